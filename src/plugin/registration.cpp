@@ -1,11 +1,13 @@
 #include "registration.h"
 
+#include "text/drawabletext.h"
+
 #include <QQuickWindow>
 #include <QWindow>
 #include <qqml.h>
 
-#include <private/qquicktextedit_p.h>
 #include <QtQuickTemplates2/private/qquicktextarea_p.h>
+#include <private/qquicktextedit_p.h>
 
 namespace component {
 namespace {
@@ -13,13 +15,14 @@ namespace {
 constexpr int majorVersion = 1;
 constexpr int minorVersion = 0;
 
-struct Registration {
+struct Registration
+{
     const char *qmlName; ///< null where a row only makes members of a base class visible
     void (*registerUnder)(const char *uri, const char *qmlName);
 };
 
 template <typename Type>
-[[maybe_unused]] void creatable(const char *uri, const char *qmlName)
+void creatable(const char *uri, const char *qmlName)
 {
     qmlRegisterType<Type>(uri, majorVersion, minorVersion, qmlName);
 }
@@ -32,8 +35,8 @@ template <typename Type>
                                    [](QQmlEngine *, QJSEngine *) -> QObject * { return new Type(nullptr); });
 }
 
-/// Shows the members of one of Qt's own base classes up to `Revision` to items of this module that derive from
-/// it. With a smaller number, properties that the client's QML sets on them would be unknown.
+/// Shows the members of one of Qt's own base classes up to `Revision` to items of this module that derive
+/// from it. With a smaller number, properties that the client's QML sets on them would be unknown.
 template <typename Type, int Revision>
 void revision(const char *uri, const char *)
 {
@@ -42,9 +45,8 @@ void revision(const char *uri, const char *)
 
 // The order of the rows is part of the interface.
 constexpr Registration table[] = {
-    {nullptr, revision<QWindow, 10>},
-    {nullptr, revision<QQuickTextArea, 1>},
-    {nullptr, revision<QQuickTextEdit, 7>},
+    {nullptr, revision<QWindow, 10>},       {"DrawableText", creatable<DrawableText>},
+    {nullptr, revision<QQuickTextArea, 1>}, {nullptr, revision<QQuickTextEdit, 7>},
     {nullptr, revision<QQuickWindow, 6>},
 };
 

@@ -1,0 +1,6 @@
+#include "drawabletext.h"
+
+QSGNode *DrawableText::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
+{
+    return oldNode;
+}

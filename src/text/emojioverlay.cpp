@@ -1,0 +1,9 @@
+#include "emojioverlay.h"
+
+#include "drawabletextprivate.h"
+
+namespace drawabletext {
+
+void renderEmojiImage(DrawableTextPrivate &) {}
+
+} // namespace drawabletext

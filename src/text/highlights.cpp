@@ -1,0 +1,9 @@
+#include "highlights.h"
+
+#include "drawabletextprivate.h"
+
+namespace drawabletext {
+
+void matchHighlights(DrawableTextPrivate &) {}
+
+} // namespace drawabletext

@@ -1,0 +1,9 @@
+#include "punctuation.h"
+
+#include "drawabletextprivate.h"
+
+namespace drawabletext {
+
+void scanClosePunctuation(DrawableTextPrivate &) {}
+
+} // namespace drawabletext

@@ -1,0 +1,9 @@
+#include "selection.h"
+
+namespace drawabletext {
+
+void resetSelection(DrawableTextPrivate &) {}
+
+void rebuildSelectionRects(DrawableTextPrivate &) {}
+
+} // namespace drawabletext
