@@ -6,7 +6,7 @@
 #include "placeholders.h"
 #include "userblocks.h"
 
-
+#include <emoji/emojiconvert.h>
 
 #include <QFontMetricsF>
 
@@ -83,7 +83,7 @@ void DrawableText::setText(const QString &text)
     // The stored text has been through the emoji library, and layouts with a line limit rewrite it.
     if (normal == d->text)
         return;
-    d->text = normal;
+    d->text = EmojiConvert::instance()->toLocalUnicode(normal);
     d->rawText = d->text;
     d->textChanged = true;
     d->dirtyFlags |= textMask;

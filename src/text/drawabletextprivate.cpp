@@ -3,6 +3,8 @@
 #include "fuzzy.h"
 #include "placeholders.h"
 
+#include <emoji/placeholderfont.h>
+
 #include <QFontMetricsF>
 
 DrawableTextPrivate::DrawableTextPrivate(DrawableText *owner)
@@ -34,7 +36,7 @@ QSharedPointer<DrawableTextPrivate> DrawableTextPrivate::snapshot() const
 
 void DrawableTextPrivate::measureFont()
 {
-    layoutFont = font;
+    layoutFont = emoji::withPlaceholders(font);
     const QFontMetricsF metrics(layoutFont);
     xWidth = metrics.horizontalAdvance(QLatin1Char('X'));
     spaceWidth = metrics.horizontalAdvance(QLatin1Char(' '));

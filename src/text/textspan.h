@@ -40,3 +40,6 @@ Q_DECLARE_TYPEINFO(TextSpan, Q_MOVABLE_TYPE);
 {
     return !(a == b);
 }
+
+/// Removes the spans whose kind is in the set `kinds` from each paragraph's list.
+void removeSpans(QVector<QVector<TextSpan>> &spans, int kinds);
