@@ -402,16 +402,25 @@ private:
     void storeAndRefresh(Value &member, const Value &value, int mask,
                          void (DrawableText::*changed)(Argument));
 
+    // ---- pointer
+    void hover(QPointF point);
     void updateHover(QPointF point);
     void clearHover();
+    /// Whether `point` lies on a line of text or within the right padding behind its end, `rightEdge`.
     [[nodiscard]] bool isOnText(QPointF point, double rightEdge) const;
+    [[nodiscard]] bool isInSelection(QPointF point) const;
+    /// Clicks what lies under `point`; false when nothing there takes a click.
     bool activateAt(QPointF point);
     void dragSelectedText();
 
+    // ---- selection
     void updateDragSelection();
     void selectWordAt(const TextHit &hit);
     void selectSpanAt(const TextHit &hit);
-    void selectRange(const TextHit &hit, int from, int to, int selectType);
+    /// Selects `range` of the hit's paragraph; an empty range only clears what was selected, and returns
+    /// false.
+    bool selectWithin(const TextHit &hit, SelectionRange range, int selectType);
+    /// The source text of the span around `hit`, or of its one character.
     [[nodiscard]] QString spanText(const TextHit &hit);
 
     QSharedPointer<DrawableTextPrivate> d; ///< what the item shows and what every property reads and writes
