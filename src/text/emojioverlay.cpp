@@ -1,9 +1,124 @@
 #include "emojioverlay.h"
 
 #include "drawabletextprivate.h"
+#include "fuzzy.h"
+
+#include <emoji/emojimanager.h>
+
+#include <QDebug>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPixmap>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
 
 namespace drawabletext {
+namespace {
 
-void renderEmojiImage(DrawableTextPrivate &) {}
+/// 256 megabytes: the picture of a text that is a hundred thousand lines long. No scene graph shows more.
+constexpr double maximalPixels = 128.0 * 1024 * 1024;
+
+/// An emoji keeps this distance from the edges of its place in the text.
+constexpr double margin = 1.0;
+
+/// A transparent picture for `size`, null where it can't be or would be absurd.
+QImage emptyPicture(double width, double height, double ratio)
+{
+    const double columns = std::ceil(ratio * width);
+    const double rows = std::ceil(ratio * height);
+    // Written so that what is not a number fails.
+    if (!(columns >= 1.0 && rows >= 1.0 && columns * rows <= maximalPixels))
+        return {};
+    // Two bytes a pixel: a long message's picture is large, and the loss of colour is hardly seen at the size
+    // of a letter.
+    QImage picture(int(columns), int(rows), QImage::Format_ARGB4444_Premultiplied);
+    if (picture.isNull())
+        return {};
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
+/// Finds the lines of ascending positions in one walk over the layout, where asking the layout would walk
+/// from its first line each time.
+class LineFinder
+{
+public:
+    explicit LineFinder(const QTextLayout &layout)
+        : layout(layout)
+    {}
+
+    /// The line that holds `position`; invalid where none does. Quick where positions ascend.
+    [[nodiscard]] QTextLine lineAt(int position)
+    {
+        if (index < layout.lineCount() && layout.lineAt(index).textStart() > position)
+            index = 0;
+        for (; index < layout.lineCount(); ++index) {
+            const QTextLine line = layout.lineAt(index);
+            if (line.textStart() + line.textLength() > position)
+                return line;
+        }
+        return layout.lineForTextPosition(position);
+    }
+
+private:
+    const QTextLayout &layout;
+    int index = 0;
+};
+
+bool hasRecords(const DrawableTextPrivate &state)
+{
+    return std::any_of(state.emojis.cbegin(), state.emojis.cend(),
+                       [](const QVector<EmojiRecord> &records) { return !records.isEmpty(); });
+}
+
+void paintEmoji(QPainter &painter, const EmojiRecord &record)
+{
+    EmojiManager::EmojiInfo info;
+    if (EmojiManager::instance()->emoji(record.unicode, info))
+        painter.drawPixmap(record.rect, *info.pixmap, QRectF(info.x, info.y, info.width, info.height));
+}
+
+} // namespace
+
+void renderEmojiImage(DrawableTextPrivate &state)
+{
+    if (isFuzzyZero(state.contentWidth) || isFuzzyZero(state.contentHeight))
+        return;
+    // Most messages have no emoji; a transparent picture would be all that their memory goes to.
+    if (!hasRecords(state)) {
+        state.emojiImage = QImage();
+        return;
+    }
+    const double ratio = qGuiApp ? qGuiApp->devicePixelRatio() : 1.0;
+    state.emojiImage = emptyPicture(qMin(state.maxWidth, state.contentWidth), state.contentHeight, ratio);
+    if (state.emojiImage.isNull())
+        return;
+
+    QPainter painter(&state.emojiImage);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                           QPainter::SmoothPixmapTransform);
+    const QSizeF size(state.emojiSize - 2 * margin, state.emojiSize - 2 * margin);
+    const int count = qMin(state.emojis.size(), state.layouts.size());
+    for (int i = 0; i < count; ++i) {
+        const QTextLayout &layout = *state.layouts.at(i);
+        LineFinder lines(layout);
+        for (EmojiRecord &record : state.emojis[i]) {
+            if (state.isAbandoned())
+                return;
+            const QTextLine line = lines.lineAt(record.pos);
+            if (!line.isValid()) {
+                qDebug() << "Line is invalid,pos:" << record.pos;
+                continue;
+            }
+            const QPointF corner(line.cursorToX(record.pos) + layout.position().x() + margin,
+                                 layout.position().y() + line.y() + margin);
+            record.rect = QRectF(corner, size);
+            paintEmoji(painter, record);
+        }
+    }
+}
 
 } // namespace drawabletext

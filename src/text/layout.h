@@ -7,7 +7,8 @@ class QTextLayout;
 
 namespace drawabletext {
 
-/// Prepares `layout` for one paragraph: font, text option and text, without formats.
+/// Prepares `layout` for one paragraph: font, text option and text, without formats. An empty paragraph is
+/// laid out as a line end, which gives it a line of its own.
 void prepareLayout(QTextLayout &layout, const DrawableTextPrivate &state, const QString &text,
                    QTextOption::WrapMode wrapMode);
 
