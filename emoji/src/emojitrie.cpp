@@ -125,6 +125,12 @@ QVector<QPair<int, int>> candidates(QStringView text)
     QVector<QPair<int, int>> found;
     int position = 0;
     while (position < units.size()) {
+        // Nearly all of a Chinese text ends here.
+        const ushort unit = units.at(position);
+        if (rootPages[unit >> 8] == 0 && !QChar::isHighSurrogate(unit)) {
+            ++position;
+            continue;
+        }
         const uint codePoint = units.codePointAt(position);
         const int behind = position + widthOf(codePoint);
         const int root = rootOf(codePoint);
@@ -174,13 +180,12 @@ int indexOfText(QStringView text)
     });
     if (index < 0)
         return -1;
-    // What is left to find out is whether each U+FE0F stands where the full text has one.
+    // But for U+FE0F the two texts are the same. What is left to find out is whether `text` has one where the
+    // full text has none, that is, whether it can not be had from the full text by leaving out units.
     int at = 0;
     for (const QChar unit : textOf(index)) {
         if (unit == units.at(at))
             ++at;
-        else if (unit != emojiSelector)
-            return -1;
     }
     return at == units.size() ? index : -1;
 }

@@ -129,6 +129,8 @@ private Q_SLOTS:
         row("unknown pair before a flag", "1F1FD 1F1FD 1F1FA 1F1F8", {{4, 4}});
         row("pairs are taken from the left", "1F1FD 1F1FA 1F1F8", none);
         row("indicators apart", "1F1E8 20 1F1F3", none);
+        row("indicators with a selector between", "1F1E8 FE0F 1F1F3", none);
+        row("face behind a single indicator", "1F1E8 1F600", {{2, 2}});
 
         row("face with skin tone that it has not", "1F600 1F3FF", {{0, 2}});
         row("thumb with skin tone", "1F44D 1F3FD", {{0, 4}});
