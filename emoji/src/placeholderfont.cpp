@@ -5,10 +5,11 @@
 #include <QGuiApplication>
 #include <QHash>
 #include <QLoggingCategory>
-#include <QMutex>
 #include <QPointer>
-#include <QReadWriteLock>
 #include <QStringList>
+
+#include <mutex>
+#include <shared_mutex>
 
 namespace emoji {
 namespace {
@@ -37,18 +38,18 @@ class KnownFamilies
 public:
     [[nodiscard]] QStringList find(const QString &wanted) const
     {
-        const QReadLocker locker(&lock);
+        const std::shared_lock locker(lock);
         return lists.value(wanted);
     }
 
     void insert(const QString &wanted, const QStringList &families)
     {
-        const QWriteLocker locker(&lock);
+        const std::unique_lock locker(lock);
         lists.insert(wanted, families);
     }
 
 private:
-    mutable QReadWriteLock lock;
+    mutable std::shared_mutex lock;
     QHash<QString, QStringList> lists;
 };
 
@@ -56,10 +57,10 @@ private:
 
 void registerPlaceholderFont()
 {
-    static QMutex mutex;
+    static std::mutex mutex;
     static QPointer<QCoreApplication> registeredWith; // application fonts go with the application object
 
-    const QMutexLocker locker(&mutex);
+    const std::lock_guard locker(mutex);
     auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
     if (!application || registeredWith == application)
         return;
