@@ -8,7 +8,7 @@ import sys
 
 from truetype import Font, Glyph, build
 
-EM = 1000
+EM = 1024  # a power of two: fractions of it scale exactly
 
 FONT = Font(
     family="Component Placeholders",

@@ -5,7 +5,10 @@
 #include <emoji/emojiconvert.h>
 #include <emoji/emojiparser.h>
 
+#include <QFile>
 #include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QSet>
 #include <QThread>
 #include <QtTest>
 
@@ -17,6 +20,26 @@ namespace {
 Spans parse(const QString &text)
 {
     return EmojiParser(nullptr).emojiIndexes(text);
+}
+
+/// The characters that have `property` in Unicode's emoji-data.txt.
+QSet<uint> charactersWith(const QString &property)
+{
+    QSet<uint> characters;
+    QFile file(QStringLiteral(EMOJI_DATA_FILE));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return characters;
+    const QRegularExpression form(QStringLiteral("^([0-9A-F]+)(?:\\.\\.([0-9A-F]+))? +; (\\w+) *#"));
+    while (!file.atEnd()) {
+        const QRegularExpressionMatch match = form.match(QString::fromUtf8(file.readLine()));
+        if (!match.hasMatch() || match.captured(3) != property)
+            continue;
+        const uint first = match.captured(1).toUInt(nullptr, 16);
+        const uint last = match.captured(2).isEmpty() ? first : match.captured(2).toUInt(nullptr, 16);
+        for (uint character = first; character <= last; ++character)
+            characters.insert(character);
+    }
+    return characters;
 }
 
 /// Whether a caller that tries `emoji` as it is and then without U+FE0F finds something known.
@@ -69,6 +92,25 @@ private Q_SLOTS:
             const Spans expected{{2, size}, {2 + size + 2, size}};
             QVERIFY2(parse(before + line.text + between + line.text + before) == expected,
                      qPrintable(line.name));
+        }
+    }
+
+    void everySingleCharacterIsJudgedByItsProperties()
+    {
+        const QSet<uint> emoji = charactersWith(QStringLiteral("Emoji"));
+        const QSet<uint> component = charactersWith(QStringLiteral("Emoji_Component"));
+        const QSet<uint> presentation = charactersWith(QStringLiteral("Emoji_Presentation"));
+        QVERIFY(emoji.size() > 1400 && presentation.size() > 1200 && component.size() > 10);
+        for (uint codePoint = 0; codePoint <= QChar::LastValidCodePoint; ++codePoint) {
+            const QString text = QString::fromUcs4(&codePoint, 1);
+            const bool known = emoji.contains(codePoint) && !component.contains(codePoint);
+            // No character that Unicode shows as emoji by default may be among those that need a selector.
+            QVERIFY(!isTextByDefault(text) || (known && !presentation.contains(codePoint)));
+            const Spans alone = known && !isTextByDefault(text) ? Spans{{0, text.size()}} : Spans();
+            const Spans selected = known ? Spans{{0, text.size() + 1}} : Spans();
+            QVERIFY2(parse(text) == alone, qPrintable(QString::number(codePoint, 16)));
+            QVERIFY2(parse(text + QChar(0xFE0F)) == selected, qPrintable(QString::number(codePoint, 16)));
+            QVERIFY2(parse(text + QChar(0xFE0E)).isEmpty(), qPrintable(QString::number(codePoint, 16)));
         }
     }
 
