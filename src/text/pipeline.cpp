@@ -15,6 +15,8 @@
 
 #include <QReadWriteLock>
 
+#include <private/qtextengine_p.h>
+
 namespace drawabletext {
 namespace {
 
@@ -49,6 +51,49 @@ void runStep(const Step &step, DrawableTextPrivate &state)
     step.run(state);
 }
 
+/// `font` apart from its copies. What a font resolved to is kept in data that its copies share, is filled in
+/// when first asked for, and belongs to the thread that asked.
+QFont ownFont(const QFont &font)
+{
+    QFont own = font;
+    // Any setter takes its own copy of the data, but for a value that is already there.
+    own.setKerning(!font.kerning());
+    own.setKerning(font.kerning());
+    own.resolve(font.resolve());
+    return own;
+}
+
+/// `format` apart from its copies, which share the font that the first of them to be asked makes.
+QTextCharFormat ownFormat(const QTextCharFormat &format)
+{
+    QTextCharFormat own;
+    const QMap<int, QVariant> properties = format.properties();
+    for (auto it = properties.cbegin(); it != properties.cend(); ++it)
+        own.setProperty(it.key(), it.value());
+    return own;
+}
+
+/// Parts the snapshot's fonts from those of the item, which the GUI thread goes on using.
+void takeOwnFonts(DrawableTextPrivate &snapshot)
+{
+    snapshot.font = ownFont(snapshot.font);
+    snapshot.layoutFont = ownFont(snapshot.layoutFont);
+    for (QTextCharFormat &format : snapshot.charFormats)
+        format = ownFormat(format);
+    for (auto &ranges : snapshot.paragraphFormats) {
+        for (QTextLayout::FormatRange &range : ranges)
+            range.format = ownFormat(range.format);
+    }
+}
+
+/// Lets go of the font engines of this thread: the layouts go to another one, and this one may end before
+/// they do.
+void releaseFontEngines(const DrawableTextPrivate &snapshot)
+{
+    for (const QTextLayout *layout : snapshot.layouts)
+        layout->engine()->resetFontEngineCache();
+}
+
 void deliver(DrawableTextPrivate &snapshot)
 {
     const QReadLocker locker(liveitems::lock());
@@ -76,9 +121,11 @@ void runEmojiImageStep(DrawableTextPrivate &state)
 
 void layOutSnapshot(const QSharedPointer<DrawableTextPrivate> &snapshot)
 {
+    takeOwnFonts(*snapshot);
     runSteps(*snapshot);
     if (!snapshot->isAbandoned())
         runEmojiImageStep(*snapshot);
+    releaseFontEngines(*snapshot);
     if (!snapshot->isAbandoned())
         deliver(*snapshot);
 }
