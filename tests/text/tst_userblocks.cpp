@@ -4,15 +4,14 @@
 #include "text/charformats.h"
 #include "text/drawabletextprivate.h"
 #include "text/emojitext.h"
-#include "text/highlights.h"
 #include "text/userblocks.h"
+#include "text/usertextblock.h"
+
+#include "literalrules.h"
 
 #include <QElapsedTimer>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QPainter>
 #include <QRandomGenerator>
-#include <QRegularExpression>
 #include <QtTest>
 
 #include <limits>
@@ -25,47 +24,6 @@ const QChar begin = QChar(0x0001);
 const QChar end = QChar(0x0002);
 constexpr int greatest = std::numeric_limits<int>::max();
 constexpr int least = std::numeric_limits<int>::min();
-
-QString flattenedByExpression(QString text)
-{
-    static const QRegularExpression pattern(
-        QStringLiteral(R"x(\x01[^\x02]*"displayName"[^:]*:[^"]*"([^"]*)"[^\x02]*\x02)x"));
-    return text.replace(pattern, QStringLiteral("\\1"));
-}
-
-/// Replaces the blocks in place and counts the emoji of each prefix as it then is.
-QVector<TextSpan> expandedLiterally(QString &text, LineEnds lineEnds)
-{
-    QVector<TextSpan> spans;
-    int i = text.indexOf(begin);
-    while (i != -1) {
-        const int j = text.indexOf(end, i);
-        if (j == -1)
-            break;
-        const QString block = text.mid(i, j - i + 1);
-        const QJsonObject object = QJsonDocument::fromJson(block.mid(1, block.size() - 2).toUtf8()).object();
-        if (block.size() <= 2 || !object.contains(QStringLiteral("displayName")) ||
-            !object.contains(QStringLiteral("data"))) {
-            i = text.indexOf(begin, j + 1);
-            continue;
-        }
-        QString name = object.value(QStringLiteral("displayName")).toString();
-        if (lineEnds == LineEnds::BecomeSpaces)
-            name.replace(QLatin1Char('\n'), QLatin1Char(' '));
-        text.replace(i, block.size(), name);
-        const int e = i + name.size();
-        TextSpan span;
-        span.kind = typeToKind(object.value(QStringLiteral("type")).toInt());
-        span.from = i - emojiExcess(text.mid(0, i + 1));
-        span.to = e - 1 - emojiExcess(text.mid(0, e));
-        span.data = span.kind == SpanAite || span.kind == SpanTextBlock
-                        ? object.value(QStringLiteral("data")).toVariant()
-                        : QVariant(name);
-        spans.append(span);
-        i = text.indexOf(begin, e);
-    }
-    return spans;
-}
 
 QString random(QRandomGenerator &generator, const QStringList &pieces, int count)
 {
@@ -117,7 +75,7 @@ private Q_SLOTS:
     void flatteningEqualsTheExpression()
     {
         QFETCH(QString, text);
-        QCOMPARE(flattenUserBlocks(text), flattenedByExpression(text));
+        QCOMPARE(flattenUserBlocks(text), literalrules::flattened(text));
     }
 
     void flatteningRandomMarkupEqualsTheExpression()
@@ -140,7 +98,7 @@ private Q_SLOTS:
         int changed = 0;
         for (int round = 0; round < 100000; ++round) {
             const QString text = random(generator, pieces, generator.bounded(20));
-            const QString expected = flattenedByExpression(text);
+            const QString expected = literalrules::flattened(text);
             QCOMPARE(flattenUserBlocks(text), expected);
             changed += expected != text ? 1 : 0;
         }
@@ -185,7 +143,7 @@ private Q_SLOTS:
             const QString text = random(generator, pieces, generator.bounded(10));
             for (const LineEnds lineEnds : {LineEnds::Keep, LineEnds::BecomeSpaces}) {
                 QString literal = text;
-                const QVector<TextSpan> expected = expandedLiterally(literal, lineEnds);
+                const QVector<TextSpan> expected = literalrules::expand(literal, lineEnds);
                 QString expanded = text;
                 QCOMPARE(expandInBandBlocks(expanded, lineEnds), expected);
                 QCOMPARE(expanded, literal);
