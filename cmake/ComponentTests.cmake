@@ -1,4 +1,5 @@
-# How the project's tests are declared. Labels: unit, qml, gl, window, demo, slow.
+# How the project's tests are declared. Labels: unit, qml, gl, window, threads, demo, slow.
+# `threads` marks what ThreadSanitizer is to look at: ./dev tsan runs these alone.
 
 find_package(Qt5 5.14 REQUIRED COMPONENTS Test QuickTest)
 

@@ -108,6 +108,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         runSteps(state);
         require(!state.isAbandoned(), "the item lives");
         checkAnalysis(state);
+        require(state.layouts.size() == state.paragraphs.size(), "each paragraph is laid out");
         runEmojiImageStep(state);
     }
     return 0;
