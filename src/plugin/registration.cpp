@@ -1,6 +1,15 @@
 #include "registration.h"
 
+#include "colortheme/imagecolortheme.h"
 #include "text/drawabletext.h"
+#include "textarea/drawabletextarea.h"
+#include "window/autostart.h"
+#include "window/framelesswindow.h"
+#include "window/popupwindow.h"
+#include "window/qxtglobalshortcut.h"
+#include "window/screencapture.h"
+#include "window/scrollcontroller.h"
+#include "window/systemtrayicon.h"
 
 #include <QQuickWindow>
 #include <QWindow>
@@ -29,7 +38,7 @@ void creatable(const char *uri, const char *qmlName)
 
 /// One instance per engine, made by the engine on first use and owned by it.
 template <typename Type>
-[[maybe_unused]] void singleton(const char *uri, const char *qmlName)
+void singleton(const char *uri, const char *qmlName)
 {
     qmlRegisterSingletonType<Type>(uri, majorVersion, minorVersion, qmlName,
                                    [](QQmlEngine *, QJSEngine *) -> QObject * { return new Type(nullptr); });
@@ -44,11 +53,24 @@ void revision(const char *uri, const char *)
 }
 
 // The order of the rows is part of the interface.
+// clang-format off: one row a line
 constexpr Registration table[] = {
-    {nullptr, revision<QWindow, 10>},       {"DrawableText", creatable<DrawableText>},
-    {nullptr, revision<QQuickTextArea, 1>}, {nullptr, revision<QQuickTextEdit, 7>},
+    {nullptr, revision<QWindow, 10>},
+    {"FramelessWindow", creatable<FramelessWindow>},
+    {"PopupWindow", creatable<PopupWindow>},
+    {"ScreenCapture", creatable<ScreenCapture>},
+    {"SystemTrayIcon", creatable<SystemTrayIcon>},
+    {"QxtGlobalShortcut", creatable<QxtGlobalShortcut>},
+    {"DrawableText", creatable<DrawableText>},
+    {"DrawableTextArea", creatable<DrawableTextArea>},
+    {nullptr, revision<QQuickTextArea, 1>},
+    {nullptr, revision<QQuickTextEdit, 7>},
     {nullptr, revision<QQuickWindow, 6>},
+    {"ImageColorTheme", creatable<ImageColorTheme>},
+    {"ScrollController", creatable<ScrollController>},
+    {"AutoStart", singleton<AutoStart>},
 };
+// clang-format on
 
 } // namespace
 

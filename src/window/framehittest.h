@@ -1,0 +1,68 @@
+#pragma once
+
+#include "nativerect.h"
+
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <QVector>
+#include <Qt>
+
+#include <optional>
+
+/// What part of a frameless window a point belongs to. Pure functions of values.
+namespace framehittest {
+
+/// The hit-test codes of Windows by number, so that one can be handed to the system unchanged.
+enum HitKind : int {
+    HTCLIENT = 1,
+    HTCAPTION = 2,
+    HTLEFT = 10,
+    HTRIGHT = 11,
+    HTTOP = 12,
+    HTTOPLEFT = 13,
+    HTTOPRIGHT = 14,
+    HTBOTTOM = 15,
+    HTBOTTOMLEFT = 16,
+    HTBOTTOMRIGHT = 17
+};
+
+[[nodiscard]] inline bool isEdge(int kind)
+{
+    return kind >= HTLEFT && kind <= HTBOTTOMRIGHT;
+}
+
+/// The shape of a resize cursor on that edge.
+[[nodiscard]] Qt::CursorShape cursorShapeOf(int edgeKind);
+
+/// The resize band of a window.
+struct ResizeBand
+{
+    NativeRect window; ///< outer rectangle of the window
+    bool canResizeWidth = true;
+    bool canResizeHeight = true;
+    int borderWidth = 4;           ///< native pixels: not scaled
+    int shadowWidth = 20;          ///< device-independent: the band lies inside the shadow margin
+    double devicePixelRatio = 1.0; ///< of the window
+};
+
+/// The edge of `band` under `point`, in native pixels; HTCLIENT when there is none.
+[[nodiscard]] HitKind edgeAt(const ResizeBand &band, QPoint point);
+
+/// A native point in device-independent pixels of the desktop, per axis: scaled by the window's ratio, and
+/// moved by the screen's origin where the screen is scaled.
+[[nodiscard]] QPoint toLogicalPoint(QPoint native, double windowRatio, QPoint screenOrigin,
+                                    double screenRatio);
+
+/// The title areas in the scene's coordinates.
+struct TitleAreas
+{
+    QVector<QRect> excluded; ///< client area on top of the others: buttons
+    QVector<QRect> extra;
+    std::optional<QRect> title;
+};
+
+/// HTCLIENT or HTCAPTION where an area decides, none where no area holds the point.
+[[nodiscard]] std::optional<HitKind> areaAt(const TitleAreas &areas, QPoint scenePoint);
+
+} // namespace framehittest

@@ -1,0 +1,6 @@
+#include "qxtversion.h"
+
+const char *qxtVersion()
+{
+    return "0.7.0";
+}
