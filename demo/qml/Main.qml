@@ -1,0 +1,45 @@
+import QtQml 2.15
+import "tour"
+
+// Two people on one desk: Alice's window and Bob's.
+QtObject {
+    id: main
+
+    property url serverUrl
+    property bool fresh: false
+    property bool touring: false
+    property QtObject robot: null
+
+    readonly property ChatWindow alice: ChatWindow {
+        user: 1
+        startWith: "aurora"
+        serverUrl: main.serverUrl
+        fresh: main.fresh
+        x: 60
+        y: 60
+        visible: true
+    }
+
+    readonly property ChatWindow bob: ChatWindow {
+        user: 2
+        startWith: "1-2"
+        serverUrl: main.serverUrl
+        fresh: main.fresh
+        x: 420
+        y: 180
+        visible: true
+    }
+
+    readonly property Component tour: Component {
+        Tour {
+            alice: main.alice
+            bob: main.bob
+            robot: main.robot
+        }
+    }
+
+    Component.onCompleted: {
+        if (touring)
+            tour.createObject(main)
+    }
+}

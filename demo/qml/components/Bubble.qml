@@ -1,0 +1,140 @@
+import QtQuick 2.15
+import "../theme"
+
+// The bubble of one message, with the time behind the last line.
+Rectangle {
+    id: bubble
+
+    property bool own: false
+    property real widest: 400
+    property string text
+    property string blocks: "[]" // as JSON, because a list model holds no arrays
+    property string highlight
+    property string clock
+    property string delivery // "", "sending", "sent" or "failed"
+    property size expectedSize: Qt.size(0, 0)
+    readonly property alias textItem: content
+    readonly property int sidePadding: 13
+    readonly property int endPadding: 8
+
+    signal selected(Item textItem)
+    signal linkClicked(string link)
+    signal tagClicked(string tag)
+    signal personClicked(int person)
+    signal linkHovered(string link, Item near, real x, real y)
+    signal hoverEnded()
+    signal menuRequested(Item textItem, point at)
+    // Of a text that was laid out on a worker.
+    signal sizeKnown(size size)
+
+    width: content.width + 2 * sidePadding
+    height: content.height + 2 * endPadding
+    radius: Theme.bubbleRadius
+    color: own ? Theme.ownBubble : Theme.bubble
+    border { width: own ? 0 : 1; color: Theme.line }
+
+    function flash() {
+        flashMotion.restart()
+    }
+
+    MessageText {
+        id: content
+
+        // More characters than this are laid out on a worker, and until then the item has `previewSize`.
+        readonly property bool isLong: text.length >= 500
+
+        x: bubble.sidePadding
+        y: bubble.endPadding
+        maxWidth: bubble.widest - 2 * bubble.sidePadding
+        reservedWidth: footer.width + 10
+        previewSize: !isLong ? Qt.size(0, 0) : bubble.expectedSize.width > 0 ? bubble.expectedSize : estimate()
+        highlightText: bubble.highlight
+        userBlocks: JSON.parse(bubble.blocks)
+        text: bubble.text
+
+        function estimate() {
+            const perLine = Math.max(1, maxWidth / (font.pixelSize * 0.62))
+            return Qt.size(maxWidth, Math.ceil(bubble.text.length / perLine) * font.pixelSize * 1.5)
+        }
+
+        onHeightChanged: {
+            if (isLong && lineCount > 0 && height !== previewSize.height)
+                bubble.sizeKnown(Qt.size(width, height))
+        }
+        onSelectedTextChanged: {
+            if (content.selectedText !== "")
+                bubble.selected(content)
+        }
+        onLinkActivated: bubble.linkClicked(link)
+        onSharpClick: bubble.tagClicked(sharpText)
+        onAiteClick: bubble.personClicked(data)
+        onLinkHovered: {
+            pointer.overLink = true
+            bubble.linkHovered(link, content, pointer.point.position.x, pointer.point.position.y)
+        }
+
+        // The text tells when the pointer moves over a link, and not when it leaves: a move without that word has
+        // left it.
+        HoverHandler {
+            id: pointer
+
+            property bool overLink: false
+            property bool wasOverLink: false
+
+            onPointChanged: Qt.callLater(settle)
+            onHoveredChanged: Qt.callLater(settle)
+
+            function settle() {
+                if (!overLink && wasOverLink)
+                    bubble.hoverEnded()
+                wasOverLink = overLink
+                overLink = false
+            }
+        }
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: bubble.menuRequested(content, bubble.mapToItem(content, eventPoint.position))
+    }
+
+    Row {
+        id: footer
+
+        anchors { right: parent.right; bottom: parent.bottom; rightMargin: 11; bottomMargin: 6 }
+        spacing: 3
+
+        Text {
+            text: bubble.clock
+            color: bubble.own ? Qt.darker(Theme.inkFaint, 1.15) : Theme.inkFaint
+            font.pixelSize: Theme.smallText
+        }
+
+        Icon {
+            visible: bubble.delivery !== ""
+            anchors.verticalCenter: parent.verticalCenter
+            name: bubble.delivery
+            size: 13
+            color: bubble.delivery === "failed" ? "#d64545" : Theme.accent
+        }
+    }
+
+    Rectangle {
+        id: ring
+
+        anchors.fill: parent
+        radius: parent.radius
+        color: "transparent"
+        border { width: 2; color: Theme.accent }
+        opacity: 0
+        visible: opacity > 0
+
+        SequentialAnimation {
+            id: flashMotion
+
+            NumberAnimation { target: ring; property: "opacity"; to: 1; duration: Theme.quick }
+            PauseAnimation { duration: 700 }
+            NumberAnimation { target: ring; property: "opacity"; to: 0; duration: 400 }
+        }
+    }
+}

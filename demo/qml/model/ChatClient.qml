@@ -1,0 +1,160 @@
+import QtQuick 2.15
+import QtWebSockets 1.1
+import "linkify.js" as Linkify
+import "people.js" as People
+import "sampledata.js" as SampleData
+import "store.js" as Store
+
+// One signed-in user: the connection to the service, the history and the lists that the pages show.
+Item {
+    id: client
+
+    property int user
+    property url serverUrl
+    property bool fresh: false
+    property string startWith // the conversation to open first
+
+    readonly property string userName: People.nameOf(user)
+    readonly property bool connected: socket.status === WebSocket.Open
+    property var onlineUsers: []
+    readonly property alias conversations: conversationModel
+    property string currentId: ""
+    readonly property var current: conversation(currentId)
+    readonly property alias messages: messageModel
+
+    signal received(string conversationId, string messageId)
+
+    property var database: null
+    property int serial: 0
+
+    Component.onCompleted: {
+        database = Store.open(user)
+        if (fresh)
+            Store.clear(database)
+        if (Store.isEmpty(database))
+            Store.save(database, SampleData.history(Date.now()))
+        for (const entry of SampleData.conversations.filter(entry => entry.members.indexOf(user) !== -1))
+            conversationModel.append(rowOf(entry))
+        sortConversations()
+        open(startWith)
+        socket.active = true
+    }
+
+    function conversation(id) {
+        return SampleData.conversations.find(entry => entry.id === id) || null
+    }
+
+    function titleOf(entry) {
+        return entry.title || People.nameOf(entry.members.find(member => member !== user))
+    }
+
+    function isOnline(person) {
+        return onlineUsers.indexOf(person) !== -1
+    }
+
+    function open(id) {
+        if (id === currentId)
+            return
+        currentId = id
+        messageModel.fill(Store.load(database, id))
+        conversationModel.setProperty(indexOf(id), "unread", 0)
+    }
+
+    // Sends what somebody typed; the history has it at once, the tick follows when the service has it.
+    function send(text) {
+        const body = text.replace(/\r\n?/g, "\n").trim()
+        if (body === "" || currentId === "")
+            return ""
+        const message = { id: [user, Date.now(), ++serial].join("-"), conversation: currentId, author: user,
+                          text: body, blocks: Linkify.blocks(body), kind: "text", time: Date.now() }
+        keep(message, connected ? "sending" : "failed")
+        if (connected) {
+            socket.sendTextMessage(JSON.stringify({ type: "message", id: message.id, conversation: message.conversation,
+                                                    text: message.text, blocks: message.blocks }))
+        }
+        return message.id
+    }
+
+    function keep(message, delivery) {
+        const index = indexOf(message.conversation)
+        if (index === -1)
+            return
+        Store.save(database, [message])
+        if (message.conversation === currentId)
+            messageModel.addNewest(message, delivery)
+        conversationModel.set(index, { preview: previewOf(message), time: message.time })
+        if (message.conversation !== currentId)
+            conversationModel.setProperty(index, "unread", conversationModel.get(index).unread + 1)
+        conversationModel.move(index, 0, 1)
+    }
+
+    function rowOf(entry) {
+        const newest = Store.last(database, entry.id)
+        return { conversationId: entry.id, title: titleOf(entry), preview: newest ? previewOf(newest) : "",
+                 time: newest ? newest.time : 0, unread: ({ emoji: 3, mei: 12, release: 1 })[entry.id] || 0,
+                 peer: entry.members.length === 2 ? entry.members.find(member => member !== user) : 0 }
+    }
+
+    function previewOf(message) {
+        const text = Linkify.preview(message.text)
+        if (message.kind === "notice")
+            return text
+        return (message.author === user ? "You" : People.nameOf(message.author)) + ": " + text
+    }
+
+    function sortConversations() {
+        for (let to = 0; to < conversationModel.count; ++to) {
+            let newest = to
+            for (let i = to + 1; i < conversationModel.count; ++i) {
+                if (conversationModel.get(i).time > conversationModel.get(newest).time)
+                    newest = i
+            }
+            if (newest !== to)
+                conversationModel.move(newest, to, 1)
+        }
+    }
+
+    function indexOf(id) {
+        for (let i = 0; i < conversationModel.count; ++i) {
+            if (conversationModel.get(i).conversationId === id)
+                return i
+        }
+        return -1
+    }
+
+    function receive(frame) {
+        switch (frame.type) {
+        case "online":
+            onlineUsers = frame.users
+            break
+        case "accepted":
+            messageModel.setDelivery(frame.id, "sent")
+            break
+        case "message":
+            keep({ id: frame.id, conversation: frame.conversation, author: frame.author, text: frame.text,
+                   blocks: frame.blocks || [], kind: "text", time: frame.time }, "sent")
+            client.received(frame.conversation, frame.id)
+            break
+        }
+    }
+
+    ListModel {
+        id: conversationModel
+    }
+
+    MessageModel {
+        id: messageModel
+    }
+
+    WebSocket {
+        id: socket
+
+        url: client.serverUrl
+        active: false
+        onStatusChanged: {
+            if (status === WebSocket.Open)
+                sendTextMessage(JSON.stringify({ type: "hello", user: client.user }))
+        }
+        onTextMessageReceived: client.receive(JSON.parse(message))
+    }
+}

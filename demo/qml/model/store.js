@@ -1,0 +1,66 @@
+.pragma library
+.import QtQuick.LocalStorage 2.15 as Sql
+
+// The history of one user, in a SQLite file of its own.
+
+function open(user) {
+    const database = Sql.LocalStorage.openDatabaseSync("chat-" + user, "", "Messages of user " + user, 4000000)
+    database.transaction(tx => {
+        tx.executeSql("CREATE TABLE IF NOT EXISTS messages (id TEXT PRIMARY KEY, conversation TEXT NOT NULL, "
+                      + "author INTEGER NOT NULL, text TEXT NOT NULL, blocks TEXT NOT NULL, kind TEXT NOT NULL, "
+                      + "time REAL NOT NULL)")
+        tx.executeSql("CREATE INDEX IF NOT EXISTS messages_by_time ON messages (conversation, time)")
+    })
+    return database
+}
+
+function isEmpty(database) {
+    let count = 0
+    database.readTransaction(tx => {
+        count = tx.executeSql("SELECT COUNT(*) AS count FROM messages").rows.item(0).count
+    })
+    return count === 0
+}
+
+function clear(database) {
+    database.transaction(tx => tx.executeSql("DELETE FROM messages"))
+}
+
+// A message that is already there is replaced: the service may deliver twice.
+function save(database, messages) {
+    database.transaction(tx => {
+        for (const message of messages) {
+            tx.executeSql("INSERT OR REPLACE INTO messages VALUES (?, ?, ?, ?, ?, ?, ?)",
+                          [message.id, message.conversation, message.author, message.text,
+                           JSON.stringify(message.blocks), message.kind, message.time])
+        }
+    })
+}
+
+// Oldest first.
+function load(database, conversation) {
+    const messages = []
+    database.readTransaction(tx => {
+        const rows = tx.executeSql("SELECT * FROM messages WHERE conversation = ? ORDER BY time, rowid",
+                                   [conversation]).rows
+        for (let i = 0; i < rows.length; ++i)
+            messages.push(fromRow(rows.item(i)))
+    })
+    return messages
+}
+
+function last(database, conversation) {
+    let message = null
+    database.readTransaction(tx => {
+        const rows = tx.executeSql("SELECT * FROM messages WHERE conversation = ? ORDER BY time DESC, rowid DESC "
+                                   + "LIMIT 1", [conversation]).rows
+        if (rows.length > 0)
+            message = fromRow(rows.item(0))
+    })
+    return message
+}
+
+function fromRow(row) {
+    return { id: row.id, conversation: row.conversation, author: row.author, text: row.text,
+             blocks: JSON.parse(row.blocks), kind: row.kind, time: row.time }
+}

@@ -1,0 +1,274 @@
+import QtQml 2.15
+import QtQuick 2.15
+import ".."
+
+// Walks through the client as a person would, with real pointer and key events, checks what happens and takes a
+// picture of each page. A page is an entry of `steps`:
+//   name     what a failure is reported under
+//   at       the window that gets the keys and is taken a picture of; Alice's when left out
+//   act      done once, as soon as that window is the active one
+//   until    asked again and again until it is true; a step that waits too long ends the tour
+//   picture  the name of the picture to take then, if any
+QtObject {
+    id: tour
+
+    enum Phase { Activating, Waiting, Settling }
+
+    property ChatWindow alice
+    property ChatWindow bob
+    property QtObject robot
+
+    readonly property int patience: 30000
+    readonly property int pause: 220 // longer than rows take to move
+    readonly property int settling: 450 // longer than any animation of the client
+    property int position: 0
+    readonly property var step: steps[position]
+    readonly property ChatWindow window: step.at ? step.at() : alice
+    property int phase: Tour.Activating
+    property double startedAt: 0
+    property double settledAt: 0
+    property Item textItem: null
+    property string expected
+    property int layouts: 0
+
+    readonly property var steps: [
+        { name: "both are signed in",
+          until: () => alice.client.onlineUsers.length === 2 && bob.client.onlineUsers.length === 2
+                       && isLaidOut(alice, 0) && isLaidOut(bob, 0),
+          picture: "conversation" },
+        { name: "the other window shows the direct conversation",
+          until: () => bob.client.messages.count === 10, picture: "direct", at: () => bob },
+
+        { name: "Alice opens her conversation with Bob", act: () => openRow(alice, "1-2"),
+          until: () => alice.client.currentId === "1-2" && isLaidOut(alice, 0) },
+        { name: "a message travels",
+          act: () => write(alice, "Hi @Bob, look at https://example.org/news?id=7 (#aurora) 🎉"),
+          until: () => {
+              const arrived = bob.client.messages.get(0)
+              return arrived.body === "Hi @Bob, look at https://example.org/news?id=7 (#aurora) 🎉"
+                     && arrived.author === 1 && JSON.parse(arrived.blocks).map(block => block.type).join() === "3,1,6"
+                     && alice.client.messages.get(0).delivery === "sent" && isLaidOut(bob, 0)
+          } },
+        { name: "Shift+Return breaks the line", at: () => bob,
+          act: () => {
+              robot.click(bob.conversation.composer.input, 40, 15)
+              robot.type(bob, "First line")
+              robot.key(bob, Qt.Key_Return, Qt.ShiftModifier)
+              robot.type(bob, "第二行 👍🏽")
+              robot.key(bob, Qt.Key_Return)
+          },
+          until: () => alice.client.messages.get(0).body === "First line\n第二行 👍🏽" && textAt(alice, 0).lineCount === 2,
+          picture: "answer" },
+        { name: "a message for a closed conversation counts as unread", at: () => bob,
+          act: () => { openRow(bob, "aurora"); write(bob, "Good night all 🌙") },
+          until: () => rowOf(alice, "aurora").unread === 1 && rowOf(alice, "aurora").preview === "Bob: Good night all 🌙" },
+
+        { name: "Alice opens the group again", act: () => openRow(alice, "aurora"),
+          until: () => alice.client.currentId === "aurora" && isLaidOut(alice, 0) },
+        { name: "jumping far up", act: () => jumpTo(alice, "A longer one, so that"),
+          until: () => isTextFound("A longer one, so that") },
+        { name: "a drag selects", act: () => robot.drag(textItem, 30, 10, textItem.width - 60, textItem.height - 12),
+          until: () => textItem.selectedText.length > 60 && textItem.text.indexOf(textItem.selectedText) > 0,
+          picture: "selection" },
+        { name: "Ctrl+C copies", act: () => robot.key(alice, Qt.Key_C, Qt.ControlModifier),
+          until: () => robot.clipboardText() === textItem.selectedText },
+        { name: "a right click opens the menu", act: () => robot.click(textItem, 60, 12, Qt.RightButton),
+          until: () => alice.conversation.menu.opened, picture: "menu" },
+        { name: "the menu copies the message",
+          act: () => { const entry = alice.conversation.menu.itemAt(1); robot.click(entry, entry.width / 2, entry.height / 2) },
+          until: () => robot.clipboardText() === textItem.plainText() && !alice.conversation.menu.visible },
+        { name: "one selection at a time", act: () => jumpTo(alice, "Questions to design@"),
+          until: () => isTextFound("Questions to design@") },
+
+        { name: "a link tells where it leads", act: () => jumpTo(alice, "I put the notes here"),
+          until: () => isTextFound("I put the notes here") },
+        { name: "hovering shows the card", act: () => hoverUntil("https://docs.example.org/aurora/spacing#bubbles"),
+          until: () => alice.conversation.hoverCard.opacity === 1, picture: "hover" },
+        { name: "leaving the link hides the card", act: () => robot.hover(textItem, 12, 10),
+          until: () => !alice.conversation.hoverCard.visible },
+        { name: "a click opens the link",
+          act: () => { const at = hoverUntil("https://docs.example.org/aurora/spacing#bubbles"); robot.click(textItem, at.x, at.y) },
+          until: () => alice.conversation.toast.text === "Opening https://docs.example.org/aurora/spacing#bubbles"
+                       && alice.conversation.toast.opacity === 1, picture: "link" },
+        { name: "a mention", act: () => { robot.hover(textItem, 12, 10); jumpTo(alice, "@Bob @Jonas are") },
+          until: () => isTextFound("@Bob @Jonas are") && !alice.conversation.hoverCard.visible
+                       && !alice.conversation.toast.visible },
+        { name: "a mention shows the person", act: () => robot.click(textItem, 14, 11),
+          until: () => alice.conversation.personCard.opened && alice.conversation.personCard.person === 2, picture: "person" },
+        { name: "Escape closes the card", act: () => robot.key(alice, Qt.Key_Escape),
+          until: () => !alice.conversation.personCard.visible },
+        { name: "a tag", act: () => jumpTo(alice, "#aurora is green"), until: () => isTextFound("#aurora is green") },
+        { name: "a tag starts a search",
+          act: () => { const at = hoverUntil("#aurora"); robot.click(textItem, at.x, at.y) },
+          until: () => alice.conversation.searchBar.visible && alice.conversation.matches.length > 1 },
+
+        { name: "Ctrl+F opens the search",
+          act: () => { robot.key(alice, Qt.Key_Escape); alice.conversation.composer.takeFocus();
+                       robot.key(alice, Qt.Key_F, Qt.ControlModifier); robot.type(alice, "line emoji") },
+          until: () => alice.conversation.list.highlight === "line emoji" && alice.conversation.matches.length > 1,
+          picture: "search" },
+        { name: "Return goes to the next match", act: () => robot.key(alice, Qt.Key_Return),
+          until: () => alice.conversation.searchBar.position === 1 },
+        { name: "Escape ends the search", act: () => robot.key(alice, Qt.Key_Escape),
+          until: () => !alice.conversation.searchBar.visible && alice.conversation.list.highlight === "" },
+        { name: "scrolling back and forth",
+          act: () => { alice.conversation.list.showNewest(); scroll(alice, 60); scroll(alice, -80) },
+          until: () => alice.conversation.list.atYEnd && isLaidOut(alice, 0) },
+
+        { name: "previews are cut", act: () => { openRow(alice, "release"); alice.width = 900 },
+          until: () => alice.client.currentId === "release" && isLaidOut(alice, 0)
+                       && previewOf(alice, "lunch").elidedText.endsWith("…"), picture: "previews" },
+        { name: "a wide window again", act: () => alice.width = 1120, until: () => alice.conversation.width > 700 },
+        { name: "Chinese", act: () => openRow(alice, "mei"), until: () => isLaidOut(alice, 0), picture: "chinese" },
+        { name: "Arabic", act: () => openRow(alice, "omar"), until: () => isLaidOut(alice, 0), picture: "arabic" },
+        { name: "emoji in messages", act: () => openRow(alice, "emoji"), until: () => isLaidOut(alice, 0),
+          picture: "emoji-messages" },
+        { name: "the emoji page", act: () => alice.page = "emoji",
+          until: () => alice.emojiPage.visible, picture: "emoji" },
+        { name: "an emoji goes into the composer", act: () => robot.click(alice.emojiPage, 18 + 27, 64 + 50),
+          until: () => alice.page === "chats" && alice.conversation.composer.text === "😀" },
+
+        { name: "the picker", act: () => robot.click(alice.conversation.composer, 44, 32),
+          until: () => alice.conversation.composer.picker.opened, picture: "picker" },
+        { name: "Escape closes the picker", act: () => robot.key(alice, Qt.Key_Escape),
+          until: () => !alice.conversation.composer.picker.visible },
+        { name: "a message of 100,000 characters",
+          act: () => { alice.conversation.composer.input.clear(); openRow(alice, "night") },
+          until: () => isLaidOut(alice, 0) },
+        { name: "the long message is laid out", act: () => jumpTo(alice, "Chapter 1"),
+          until: () => isTextFound("Chapter 1") && textItem.text.length === 100000 && textItem.lineCount > 1000 },
+        { name: "scrolling a long message lays nothing out",
+          act: () => { layouts = 0; textItem.lineCountChanged.connect(countLayout); scroll(alice, 60) },
+          until: () => scrolledFrom - alice.conversation.list.contentY > 5000 && layouts === 0, picture: "long" }
+    ]
+
+    property double scrolledFrom: 0
+
+    readonly property Timer clock: Timer {
+        interval: 25
+        repeat: true
+        onTriggered: tour.proceed()
+    }
+
+    Component.onCompleted: {
+        begin(0)
+        clock.start()
+    }
+
+    function proceed() {
+        const now = Date.now()
+        if (phase === Tour.Activating) {
+            if (window.active) {
+                phase = Tour.Waiting
+                if (step.act)
+                    step.act()
+            }
+        } else if (phase === Tour.Waiting && step.until()) {
+            phase = Tour.Settling
+            settledAt = now + (step.picture ? settling : pause)
+        } else if (phase === Tour.Settling && now >= settledAt) {
+            if (step.picture && !robot.takePicture(window, step.picture))
+                fail("taking the picture " + step.picture)
+            else if (position + 1 < steps.length)
+                begin(position + 1)
+            else
+                finish(0)
+            return
+        }
+        if (now - startedAt > patience)
+            fail(step.name)
+    }
+
+    function begin(index) {
+        position = index
+        startedAt = Date.now()
+        phase = Tour.Activating
+        window.raise()
+        window.requestActivate()
+    }
+
+    function fail(name) {
+        console.error("tour: failed at: " + name)
+        robot.takePicture(alice, "failed-alice")
+        robot.takePicture(bob, "failed-bob")
+        finish(1)
+    }
+
+    function finish(status) {
+        clock.stop()
+        Qt.exit(status)
+    }
+
+    function countLayout() {
+        ++layouts
+    }
+
+    function textAt(window, index) {
+        const item = window.conversation.list.itemAtIndex(index)
+        return item ? item.textItem : null
+    }
+
+    function isLaidOut(window, index) {
+        const text = textAt(window, index)
+        return text !== null && text.lineCount > 0
+    }
+
+    function indexOf(window, beginning) {
+        const messages = window.client.messages
+        for (let i = 0; i < messages.count; ++i) {
+            if (messages.get(i).body.startsWith(beginning))
+                return i
+        }
+        return -1
+    }
+
+    function jumpTo(window, beginning) {
+        window.conversation.list.jumpTo(indexOf(window, beginning))
+    }
+
+    function isTextFound(beginning) {
+        textItem = textAt(alice, indexOf(alice, beginning))
+        return textItem !== null && textItem.lineCount > 0
+    }
+
+    // Moves the pointer over the text until the client tells of `link`; the point where it did.
+    function hoverUntil(link) {
+        const card = alice.conversation.hoverCard
+        card.link = ""
+        for (let y = 8; y < textItem.height; y += 8) {
+            for (let x = 4; x < textItem.width; x += 6) {
+                robot.hover(textItem, x, y)
+                if (card.link === link)
+                    return Qt.point(x, y)
+            }
+        }
+        fail("no place answers to " + link)
+        return Qt.point(-1, -1)
+    }
+
+    function rowOf(window, id) {
+        return window.client.conversations.get(window.client.indexOf(id))
+    }
+
+    function previewOf(window, id) {
+        return window.conversations.list.itemAtIndex(window.client.indexOf(id)).previewItem
+    }
+
+    function openRow(window, id) {
+        const row = window.conversations.list.itemAtIndex(window.client.indexOf(id))
+        robot.click(row, row.width / 2, row.height / 2)
+    }
+
+    function write(window, text) {
+        robot.click(window.conversation.composer.input, 40, 15)
+        robot.type(window, text)
+        robot.key(window, Qt.Key_Return)
+    }
+
+    function scroll(window, notches) {
+        const list = window.conversation.list
+        scrolledFrom = list.contentY
+        for (let i = 0; i < Math.abs(notches); ++i)
+            robot.wheel(list, list.width / 2, list.height / 2, notches > 0 ? 120 : -120)
+    }
+}
