@@ -3,6 +3,7 @@
 #include "colortheme/imagecolortheme.h"
 #include "text/drawabletext.h"
 #include "textarea/drawabletextarea.h"
+#include "util/imutil.h"
 #include "window/autostart.h"
 #include "window/framelesswindow.h"
 #include "window/popupwindow.h"
@@ -68,6 +69,7 @@ constexpr Registration table[] = {
     {nullptr, revision<QQuickWindow, 6>},
     {"ImageColorTheme", creatable<ImageColorTheme>},
     {"ScrollController", creatable<ScrollController>},
+    {"ImUtil", singleton<ImUtil>},
     {"AutoStart", singleton<AutoStart>},
 };
 // clang-format on
