@@ -30,6 +30,7 @@ QtObject {
     property Item textItem: null
     property string expected
     property int layouts: 0
+    property int resizes: 0
 
     readonly property var steps: [
         { name: "both are signed in",
@@ -150,7 +151,15 @@ QtObject {
           until: () => isTextFound("Chapter 1") && textItem.text.length === 100000 && textItem.lineCount > 1000 },
         { name: "scrolling a long message lays nothing out",
           act: () => { layouts = 0; textItem.lineCountChanged.connect(countLayout); scroll(alice, 60) },
-          until: () => scrolledFrom - alice.conversation.list.contentY > 5000 && layouts === 0, picture: "long" }
+          until: () => scrolledFrom - alice.conversation.list.contentY > 5000 && layouts === 0, picture: "long" },
+        { name: "a search in a long message lays it out anew without a jump",
+          act: () => {
+              textItem.heightChanged.connect(countResize)
+              robot.key(alice, Qt.Key_F, Qt.ControlModifier)
+              robot.type(alice, "harbour")
+          },
+          until: () => alice.conversation.matches.length === 1 && textItem.highlightText === "harbour" && layouts > 0
+                       && resizes === 0 }
     ]
 
     property double scrolledFrom: 0
@@ -212,6 +221,10 @@ QtObject {
 
     function countLayout() {
         ++layouts
+    }
+
+    function countResize() {
+        ++resizes
     }
 
     function textAt(window, index) {
