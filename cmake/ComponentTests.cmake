@@ -51,6 +51,8 @@ function(component_add_qml_test name file)
     component_register_test(${name}
         COMMAND qml_test_runner -input "${CMAKE_CURRENT_SOURCE_DIR}/${file}" -import "${COMPONENT_QML_IMPORT_DIR}"
         LABELS ${arg_LABELS} TIMEOUT ${arg_TIMEOUT} DISPLAY TRUE)
+    # A warning fails the test, unless the document expects it by `ignoreWarning`, which keeps it out of the log.
+    set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "QWARN  :;QCRITICAL:")
 endfunction()
 
 # component_register_test(name COMMAND ... LABELS ... TIMEOUT n DISPLAY bool): any command as a test.
