@@ -1,6 +1,7 @@
 #include "charformats.h"
 
 #include "drawabletextprivate.h"
+#include "perparagraph.h"
 
 #include <algorithm>
 
@@ -102,8 +103,7 @@ void buildCharFormats(DrawableTextPrivate &state)
 
 void buildParagraphFormats(DrawableTextPrivate &state)
 {
-    state.paragraphFormats.clear();
-    state.paragraphFormats.resize(state.paragraphs.size());
+    state.paragraphFormats = defaultPerParagraph<QVector<QTextLayout::FormatRange>>(state.paragraphs.size());
     QVector<const TextSpan *> formatted;
     for (int paragraph = 0; paragraph < state.paragraphs.size(); ++paragraph) {
         const QVector<TextSpan> &spans = state.spans.at(paragraph);

@@ -11,6 +11,17 @@ namespace {
 /// Further changes to a long text within this time are laid out together.
 constexpr int updateDelay = 200; // ms
 
+/// The pointer over each kind of span that answers a click; one map that all items share until they differ.
+const QMap<int, Qt::CursorShape> &defaultSpanCursors()
+{
+    static const QMap<int, Qt::CursorShape> cursors = {{SpanAite, Qt::PointingHandCursor},
+                                                       {SpanPlainAite, Qt::PointingHandCursor},
+                                                       {SpanOstrelId, Qt::PointingHandCursor},
+                                                       {SpanLink, Qt::PointingHandCursor},
+                                                       {SpanTextBlock, Qt::PointingHandCursor}};
+    return cursors;
+}
+
 } // namespace
 
 DrawableText::DrawableText(QQuickItem *parent)
@@ -30,12 +41,7 @@ DrawableText::DrawableText(QQuickItem *parent)
 
     d->itemId = itemId;
     d->measureFont();
-    for (const SpanKind kind : {SpanAite, SpanPlainAite, SpanOstrelId, SpanLink, SpanTextBlock})
-        d->spanCursors.insert(kind, Qt::PointingHandCursor);
-
-    updateTimer.setInterval(updateDelay);
-    updateTimer.setSingleShot(true);
-    connect(&updateTimer, &QTimer::timeout, this, &DrawableText::threadUpdateTimeout, Qt::UniqueConnection);
+    d->spanCursors = defaultSpanCursors();
 }
 
 DrawableText::~DrawableText()
@@ -63,11 +69,12 @@ void DrawableText::refresh(bool immediate)
     if (d->text.size() >= drawabletext::workerThreshold && d->maximumLineCount == -1) {
         setImplicitSize(previewSizeValue.width(), previewSizeValue.height());
         setSize(previewSizeValue);
-        updateTimer.stop();
+        if (updateTimer)
+            updateTimer->stop();
         if (immediate)
             threadUpdateTimeout();
         else
-            updateTimer.start();
+            startUpdateTimer();
         return;
     }
 
@@ -79,6 +86,18 @@ void DrawableText::refresh(bool immediate)
     applyContentSize();
     drawabletext::runEmojiImageStep(*d);
     update();
+}
+
+// Of thousands of messages hardly one is long, and a timer costs as much memory as a short message.
+void DrawableText::startUpdateTimer()
+{
+    if (!updateTimer) {
+        updateTimer = std::make_unique<QTimer>();
+        updateTimer->setInterval(updateDelay);
+        updateTimer->setSingleShot(true);
+        connect(updateTimer.get(), &QTimer::timeout, this, &DrawableText::threadUpdateTimeout);
+    }
+    updateTimer->start();
 }
 
 void DrawableText::applyContentSize()

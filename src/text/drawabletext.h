@@ -5,6 +5,8 @@
 #include <QQuickItem>
 #include <QTimer>
 
+#include <memory>
+
 /// Shows one chat message: read-only rich text with inline emoji, mentions, links, highlights and selection.
 ///
 /// The item sizes itself: after each layout its width is the smaller of `maxWidth` and the text's own width,
@@ -393,6 +395,7 @@ private:
     /// Lays the text out anew, here or on a worker; `immediate` spares a long text the wait for further
     /// changes.
     void refresh(bool immediate);
+    void startUpdateTimer();
     /// Takes over the size of the last layout.
     void applyContentSize();
 
@@ -426,6 +429,7 @@ private:
     QSharedPointer<DrawableTextPrivate> d; ///< what the item shows and what every property reads and writes
     QSharedPointer<DrawableTextPrivate> pending; ///< the snapshot that a worker is laying out
     quint64 itemId = 0;                          ///< key in the live-item table, never reused
-    QTimer updateTimer; ///< collapses a burst of changes to a long text into one snapshot
+    /// Collapses a burst of changes to a long text into one snapshot; there from the first such change on.
+    std::unique_ptr<QTimer> updateTimer;
     QSizeF previewSizeValue = QSizeF(0, 0);
 };

@@ -1,11 +1,7 @@
 #include "drawabletextprivate.h"
 
+#include "fontmeasures.h"
 #include "fuzzy.h"
-#include "placeholders.h"
-
-#include <emoji/placeholderfont.h>
-
-#include <QFontMetricsF>
 
 DrawableTextPrivate::DrawableTextPrivate(DrawableText *owner)
     : item(owner)
@@ -36,13 +32,14 @@ QSharedPointer<DrawableTextPrivate> DrawableTextPrivate::snapshot() const
 
 void DrawableTextPrivate::measureFont()
 {
-    layoutFont = emoji::withPlaceholders(font);
-    const QFontMetricsF metrics(layoutFont);
-    xWidth = metrics.horizontalAdvance(QLatin1Char('X'));
-    spaceWidth = metrics.horizontalAdvance(QLatin1Char(' '));
-    elideTextWidth = metrics.horizontalAdvance(elideText);
-    fontHeight = metrics.height();
-    emojiSize = metrics.horizontalAdvance(emojiPlaceholder);
+    const drawabletext::FontMeasures measures = drawabletext::measureFont(font, elideText);
+    font = measures.font;
+    layoutFont = measures.layoutFont;
+    xWidth = measures.xWidth;
+    spaceWidth = measures.spaceWidth;
+    elideTextWidth = measures.elideTextWidth;
+    fontHeight = measures.height;
+    emojiSize = measures.emojiSize;
 }
 
 double DrawableTextPrivate::effectiveLeftPadding() const

@@ -93,7 +93,7 @@ public:
     QColor selectionColor = Qt::blue;
     QColor selectedTextColor = Qt::white;
     Qt::TextElideMode elide = Qt::ElideNone;
-    QString elideText = QString(QChar(0x2026));
+    QString elideText = QStringLiteral(u"\u2026");
     QString elidedText;
     QTextOption::WrapMode wrapMode = QTextOption::WrapAtWordBoundaryOrAnywhere;
     Qt::Alignment alignment = Qt::AlignLeft;

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace drawabletext {
 namespace {
@@ -37,7 +38,8 @@ QImage emptyPicture(double width, double height, double ratio)
     if (picture.isNull())
         return {};
     picture.setDevicePixelRatio(ratio);
-    picture.fill(Qt::transparent);
+    // All zeros is transparent. QImage::fill would set up a painter for this format.
+    std::memset(picture.bits(), 0, std::size_t(picture.sizeInBytes()));
     return picture;
 }
 
@@ -97,7 +99,13 @@ void renderEmojiImage(DrawableTextPrivate &state)
     if (state.emojiImage.isNull())
         return;
 
-    QPainter painter(&state.emojiImage);
+    // An image keeps the paint engine of its first painter, which takes more memory than the picture of a
+    // short message: the one of `canvas` goes with it.
+    QImage &picture = state.emojiImage;
+    QImage canvas(picture.bits(), picture.width(), picture.height(), picture.bytesPerLine(),
+                  picture.format());
+    canvas.setDevicePixelRatio(ratio);
+    QPainter painter(&canvas);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
                            QPainter::SmoothPixmapTransform);
     const QSizeF size(state.emojiSize - 2 * margin, state.emojiSize - 2 * margin);

@@ -1,6 +1,7 @@
 #include "emojitext.h"
 
 #include "drawabletextprivate.h"
+#include "perparagraph.h"
 #include "placeholders.h"
 
 #include <emoji/emojiconvert.h>
@@ -165,8 +166,7 @@ QString knownEmojiForm(const QString &emoji)
 void collapseEmoji(DrawableTextPrivate &state)
 {
     removeSpans(state.spans, SpanEmoji);
-    state.emojis.clear();
-    state.emojis.resize(state.paragraphs.size());
+    state.emojis = defaultPerParagraph<QVector<EmojiRecord>>(state.paragraphs.size());
     state.emojiCount = 0;
 
     const EmojiParser parser(nullptr);

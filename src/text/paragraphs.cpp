@@ -1,6 +1,7 @@
 #include "paragraphs.h"
 
 #include "drawabletextprivate.h"
+#include "perparagraph.h"
 #include "selection.h"
 
 #include <algorithm>
@@ -53,8 +54,7 @@ void splitParagraphs(DrawableTextPrivate &state)
 {
     state.paragraphs = readLines(state.elide == Qt::ElideNone ? state.text : state.elidedText);
     state.sourceParagraphs = state.paragraphs;
-    state.spans.clear();
-    state.spans.resize(state.paragraphs.size());
+    state.spans = defaultPerParagraph<QVector<TextSpan>>(state.paragraphs.size());
     if (state.textChanged || state.selectionRanges.size() != state.paragraphs.size()) {
         state.textChanged = false;
         resetSelection(state);

@@ -2,6 +2,7 @@
 
 #include "drawabletextprivate.h"
 #include "fuzzy.h"
+#include "perparagraph.h"
 
 #include <QFontMetricsF>
 
@@ -28,6 +29,16 @@ bool mustNotStartLine(QChar character)
     }
 }
 
+QVector<int> closePositions(const QString &paragraph)
+{
+    QVector<int> positions;
+    for (int i = 0; i < paragraph.size(); ++i) {
+        if (mustNotStartLine(paragraph.at(i)))
+            positions.append(i);
+    }
+    return positions;
+}
+
 bool holds(const QVector<int> &positions, int position)
 {
     return std::binary_search(positions.cbegin(), positions.cend(), position);
@@ -48,18 +59,14 @@ int punctuationRun(const QString &text, int first)
 void scanClosePunctuation(DrawableTextPrivate &state)
 {
     const int count = state.paragraphs.size();
-    state.closePunctuation.clear();
-    state.closePunctuation.reserve(count);
-    for (const QString &paragraph : qAsConst(state.paragraphs)) {
-        QVector<int> positions;
-        for (int i = 0; i < paragraph.size(); ++i) {
-            if (mustNotStartLine(paragraph.at(i)))
-                positions.append(i);
-        }
-        state.closePunctuation.append(positions);
+    state.closePunctuation = defaultPerParagraph<QVector<int>>(count);
+    for (int i = 0; i < count; ++i) {
+        const QVector<int> positions = closePositions(state.paragraphs.at(i));
+        if (!positions.isEmpty())
+            state.closePunctuation[i] = positions;
     }
     // No mark has been found that must not end a line in any language of the client.
-    state.openPunctuation = QVector<QVector<int>>(count);
+    state.openPunctuation = defaultPerParagraph<QVector<int>>(count);
 }
 
 std::optional<double> widthRespectingPunctuation(const QString &text, const BrokenLine &line,

@@ -2,6 +2,7 @@
 
 #include "fuzzy.h"
 #include "hittest.h"
+#include "perparagraph.h"
 
 namespace drawabletext {
 namespace {
@@ -73,7 +74,7 @@ QRectF wholeLineRect(const DrawableTextPrivate &state, const QTextLayout &layout
 void resetSelection(DrawableTextPrivate &state)
 {
     state.selectionRects.clear();
-    state.selectionRanges.fill(SelectionRange(), state.paragraphs.size());
+    state.selectionRanges = defaultPerParagraph<SelectionRange>(state.paragraphs.size());
 }
 
 void selectRanges(DrawableTextPrivate &state, const TextHit &start, const TextHit &end)

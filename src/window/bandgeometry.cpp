@@ -39,21 +39,21 @@ QRect moved(const QRect &start, int edgeKind, QPoint press, QPoint now, QSize mi
     const int bottom = now.y() - press.y();
 
     switch (edgeKind) {
-    case HitLeft:
+    case HTLEFT:
         return start.adjusted(left, 0, 0, 0);
-    case HitRight:
+    case HTRIGHT:
         return start.adjusted(0, 0, right, 0);
-    case HitTop:
+    case HTTOP:
         return start.adjusted(0, top, 0, 0);
-    case HitTopLeft:
+    case HTTOPLEFT:
         return start.adjusted(left, top, 0, 0);
-    case HitTopRight:
+    case HTTOPRIGHT:
         return start.adjusted(0, top, right, 0);
-    case HitBottom:
+    case HTBOTTOM:
         return start.adjusted(0, 0, 0, bottom);
-    case HitBottomLeft:
+    case HTBOTTOMLEFT:
         return start.adjusted(left, 0, 0, bottom);
-    case HitBottomRight:
+    case HTBOTTOMRIGHT:
         return start.adjusted(0, 0, right, bottom);
     default:
         return start;

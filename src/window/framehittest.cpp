@@ -16,17 +16,17 @@ bool anyContains(const QVector<QRect> &rects, QPoint point)
 Qt::CursorShape cursorShapeOf(int edgeKind)
 {
     switch (edgeKind) {
-    case HitLeft:
-    case HitRight:
+    case HTLEFT:
+    case HTRIGHT:
         return Qt::SizeHorCursor;
-    case HitTop:
-    case HitBottom:
+    case HTTOP:
+    case HTBOTTOM:
         return Qt::SizeVerCursor;
-    case HitTopLeft:
-    case HitBottomRight:
+    case HTTOPLEFT:
+    case HTBOTTOMRIGHT:
         return Qt::SizeFDiagCursor;
-    case HitTopRight:
-    case HitBottomLeft:
+    case HTTOPRIGHT:
+    case HTBOTTOMLEFT:
         return Qt::SizeBDiagCursor;
     default:
         return Qt::ArrowCursor;
@@ -55,28 +55,28 @@ HitKind edgeAt(const ResizeBand &band, QPoint point)
     const bool top = near(y, visibleTop) && besideWidth;
     const bool bottom = near(y, visibleBottom) && besideWidth;
 
-    HitKind kind = HitClient;
+    HitKind kind = HTCLIENT;
     if (band.canResizeWidth) {
         if (left)
-            kind = HitLeft;
+            kind = HTLEFT;
         if (right)
-            kind = HitRight;
+            kind = HTRIGHT;
     }
     if (band.canResizeHeight) {
         if (bottom)
-            kind = HitBottom;
+            kind = HTBOTTOM;
         if (top)
-            kind = HitTop;
+            kind = HTTOP;
     }
     if (band.canResizeWidth && band.canResizeHeight) {
         if (left && bottom)
-            kind = HitBottomLeft;
+            kind = HTBOTTOMLEFT;
         if (right && bottom)
-            kind = HitBottomRight;
+            kind = HTBOTTOMRIGHT;
         if (top && left)
-            kind = HitTopLeft;
+            kind = HTTOPLEFT;
         if (top && right)
-            kind = HitTopRight;
+            kind = HTTOPRIGHT;
     }
     return kind;
 }
@@ -92,11 +92,11 @@ QPoint toLogicalPoint(QPoint native, double windowRatio, QPoint screenOrigin, do
 std::optional<HitKind> areaAt(const TitleAreas &areas, QPoint scenePoint)
 {
     if (anyContains(areas.excluded, scenePoint))
-        return HitClient;
+        return HTCLIENT;
     if (anyContains(areas.extra, scenePoint))
-        return HitCaption;
+        return HTCAPTION;
     if (areas.title && areas.title->contains(scenePoint))
-        return HitCaption;
+        return HTCAPTION;
     return std::nullopt;
 }
 

@@ -13,24 +13,23 @@
 /// What part of a frameless window a point belongs to. Pure functions of values.
 namespace framehittest {
 
-/// The hit-test codes of Windows by number, so that one can be handed to the system unchanged. Its own names
-/// for them are macros.
+/// The hit-test codes of Windows by number, so that one can be handed to the system unchanged.
 enum HitKind : int {
-    HitClient = 1,
-    HitCaption = 2,
-    HitLeft = 10,
-    HitRight = 11,
-    HitTop = 12,
-    HitTopLeft = 13,
-    HitTopRight = 14,
-    HitBottom = 15,
-    HitBottomLeft = 16,
-    HitBottomRight = 17
+    HTCLIENT = 1,
+    HTCAPTION = 2,
+    HTLEFT = 10,
+    HTRIGHT = 11,
+    HTTOP = 12,
+    HTTOPLEFT = 13,
+    HTTOPRIGHT = 14,
+    HTBOTTOM = 15,
+    HTBOTTOMLEFT = 16,
+    HTBOTTOMRIGHT = 17
 };
 
 [[nodiscard]] inline bool isEdge(int kind)
 {
-    return kind >= HitLeft && kind <= HitBottomRight;
+    return kind >= HTLEFT && kind <= HTBOTTOMRIGHT;
 }
 
 /// The shape of a resize cursor on that edge.
@@ -47,7 +46,7 @@ struct ResizeBand
     double devicePixelRatio = 1.0; ///< of the window
 };
 
-/// The edge of `band` under `point`, in native pixels; HitClient when there is none.
+/// The edge of `band` under `point`, in native pixels; HTCLIENT when there is none.
 [[nodiscard]] HitKind edgeAt(const ResizeBand &band, QPoint point);
 
 /// A native point in device-independent pixels of the desktop, per axis: scaled by the window's ratio, and
@@ -63,7 +62,7 @@ struct TitleAreas
     std::optional<QRect> title;
 };
 
-/// HitClient or HitCaption where an area decides, none where no area holds the point.
+/// HTCLIENT or HTCAPTION where an area decides, none where no area holds the point.
 [[nodiscard]] std::optional<HitKind> areaAt(const TitleAreas &areas, QPoint scenePoint);
 
 } // namespace framehittest
