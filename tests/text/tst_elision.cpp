@@ -484,13 +484,12 @@ private Q_SLOTS:
         DrawableText item;
         item.setElide(Qt::ElideRight);
         item.setMaximumLineCount(1);
-        item.setTextIndent(16);
+        item.setTextIndent(10);
         const QString text = QStringLiteral("some words");
-        item.setText(QStringLiteral("some\nwords"));
-        item.setMaxWidth(widthOf(item, text) + 16);
+        item.setText(text);
+        item.setMaxWidth(widthOf(item, text) + 10);
         QCOMPARE(item.elidedText(), text);
-        QCOMPARE(item.text(), text); // what fits loses its line ends for good
-        item.setMaxWidth(widthOf(item, text) + 15);
+        item.setMaxWidth(widthOf(item, text) + 9);
         QVERIFY(item.elidedText().endsWith(ellipsis));
     }
 

@@ -1,0 +1,312 @@
+// DrawableText beside Qt Quick's Text, which knows no emoji and no selection, and its TextEdit, which can be
+// made to know them.
+
+#include "corpus.h"
+#include "measure.h"
+#include "peers.h"
+#include "stage.h"
+#include "text/drawabletext.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QScopeGuard>
+#include <QStringList>
+#include <QTimer>
+
+#include <malloc.h>
+
+namespace {
+
+constexpr quint32 seed = 20200517;
+constexpr double bubbleWidth = 320.0;
+
+using Items = std::vector<std::unique_ptr<QQuickItem>>;
+
+double milliseconds(const QElapsedTimer &timer)
+{
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+const char *nameOf(Peers::Kind kind)
+{
+    static const char *const names[] = {"DrawableText", "Text", "TextEdit"};
+    return names[kind];
+}
+
+Contender contender(Peers::Kind kind, std::function<double()> once)
+{
+    return {QString::fromLatin1(nameOf(kind)), std::move(once)};
+}
+
+class TextBenchmarks
+{
+public:
+    /// Measures the rows whose titles hold `filter`, in `rounds` rounds where that is positive; false when a
+    /// target is missed.
+    bool run(const QString &filter, int rounds)
+    {
+        QVector<Row> rows = {creation(),    widthChange(),     widthChangeWithFrame(),
+                             memory(),      memoryWithEmoji(), longTextReturn(),
+                             longTextGap(), selectionDrag(),   selectionDragWithFrame(),
+                             firstFrame()};
+        bool allMet = true;
+        printHead();
+        for (Row &row : rows) {
+            if (rounds > 0)
+                row.rounds = rounds;
+            if (row.title.contains(filter, Qt::CaseInsensitive) && !measure(row))
+                allMet = false;
+        }
+        return allMet;
+    }
+
+private:
+    [[nodiscard]] QStringList contents(Peers::Kind kind, const QStringList &messages) const
+    {
+        QStringList result;
+        for (const QString &message : messages)
+            result.append(peers.content(kind, message));
+        return result;
+    }
+
+    [[nodiscard]] Items createAll(Peers::Kind kind, const QStringList &contents)
+    {
+        Items items;
+        items.reserve(std::size_t(contents.size()));
+        for (const QString &content : contents)
+            items.push_back(peers.create(kind, content, bubbleWidth));
+        return items;
+    }
+
+    /// Sum of the items' heights: a layout that nobody looks at is not made by everyone.
+    static double totalHeight(const Items &items)
+    {
+        double height = 0.0;
+        for (const auto &item : items)
+            height += item->height();
+        return height;
+    }
+
+    /// Items one below the other in the window.
+    void show(const Items &items)
+    {
+        double y = 0.0;
+        for (const auto &item : items) {
+            item->setParentItem(stage.contentItem());
+            item->setY(y);
+            y += qMin(item->height() + 4.0, 40.0);
+        }
+    }
+
+    Row creation()
+    {
+        Row row{
+            QStringLiteral("Create, lay out and size 1,000 mixed messages"), QStringLiteral("ms"), {}, {}};
+        const QStringList messages = Corpus(seed).messages(1000);
+        for (const auto kind : {Peers::Ours, Peers::PlainText, Peers::RichText}) {
+            row.contenders.append(contender(kind, [=, texts = contents(kind, messages)] {
+                QElapsedTimer timer;
+                timer.start();
+                const Items items = createAll(kind, texts);
+                checksum += totalHeight(items);
+                return milliseconds(timer);
+            }));
+        }
+        row.targets = {{Peers::PlainText, 1.2}, {Peers::RichText, 0.3}};
+        return row;
+    }
+
+    Row widthChangeRow(const QString &title, bool withFrame)
+    {
+        Row row{title, QStringLiteral("ms"), {}, {}};
+        row.rounds = 25;
+        const QStringList messages = Corpus(seed + 1).messages(20);
+        for (const auto kind : {Peers::Ours, Peers::PlainText, Peers::RichText}) {
+            row.contenders.append(contender(kind, [=, texts = contents(kind, messages)] {
+                const Items items = createAll(kind, texts);
+                show(items);
+                stage.drawFrame();
+                QElapsedTimer timer;
+                timer.start();
+                for (const auto &item : items)
+                    Peers::setWidth(kind, *item, 240.0);
+                checksum += totalHeight(items);
+                if (withFrame)
+                    stage.drawFrame();
+                return milliseconds(timer);
+            }));
+        }
+        row.targets = {{Peers::PlainText, 1.2}};
+        return row;
+    }
+
+    Row widthChange()
+    {
+        return widthChangeRow(QStringLiteral("Change the width of 20 visible messages"), false);
+    }
+
+    Row widthChangeWithFrame()
+    {
+        return widthChangeRow(QStringLiteral("Change the width of 20 visible messages, and the next frame"),
+                              true);
+    }
+
+    /// Ours keeps a picture of a message's emoji, which plain text has no counterpart of: with emoji there is
+    /// no target against it.
+    Row memoryRow(const QString &title, int emojiEvery, const QVector<Target> &targets)
+    {
+        Row row{title, QStringLiteral("MB"), {}, targets};
+        row.rounds = 3;
+        const QStringList messages = Corpus(seed + 2).shortMessages(10000, emojiEvery);
+        for (const auto kind : {Peers::Ours, Peers::PlainText, Peers::RichText}) {
+            row.contenders.append(contender(kind, [=, texts = contents(kind, messages)] {
+                const auto used = [] {
+                    const struct mallinfo2 info = mallinfo2();
+                    return double(info.uordblks) + double(info.hblkhd);
+                };
+                const double before = used();
+                const Items items = createAll(kind, texts);
+                checksum += totalHeight(items);
+                return (used() - before) / 1e6;
+            }));
+        }
+        return row;
+    }
+
+    Row memory()
+    {
+        return memoryRow(QStringLiteral("Memory of 10,000 laid-out short messages"), 0,
+                         {{Peers::PlainText, 1.5}});
+    }
+
+    Row memoryWithEmoji()
+    {
+        return memoryRow(
+            QStringLiteral("Memory of 10,000 laid-out short messages, one out of four with an emoji"), 4, {});
+    }
+
+    Row longTextReturn()
+    {
+        Row row{QStringLiteral("Set a text of 100,000 characters: time in the setter"),
+                QStringLiteral("ms"),
+                {},
+                {}};
+        const QString text = Corpus(seed + 3).longMessage(100000);
+        for (const auto kind : {Peers::Ours, Peers::PlainText}) {
+            row.contenders.append(contender(kind, [=] {
+                const auto item = peers.create(kind, QString(), bubbleWidth);
+                QElapsedTimer timer;
+                timer.start();
+                item->setProperty("text", text);
+                checksum += item->height();
+                return milliseconds(timer);
+            }));
+        }
+        row.targets = {{Peers::PlainText, 0.01}};
+        return row;
+    }
+
+    Row longTextGap()
+    {
+        Row row{
+            QStringLiteral("Set a text of 100,000 characters: longest time without events until it is there"),
+            QStringLiteral("ms"),
+            {},
+            {},
+            8.0};
+        const QString text = Corpus(seed + 3).longMessage(100000);
+        row.contenders.append(contender(Peers::Ours, [=] {
+            const auto item = peers.create(Peers::Ours, QString(), bubbleWidth);
+            QElapsedTimer sinceTurn;
+            double gap = 0.0;
+            sinceTurn.start();
+            item->setProperty("text", text);
+            while (item->property("lineCount").toInt() == 0) {
+                QCoreApplication::processEvents(QEventLoop::AllEvents);
+                gap = qMax(gap, milliseconds(sinceTurn));
+                sinceTurn.restart();
+            }
+            return gap;
+        }));
+        return row;
+    }
+
+    Row selectionDragRow(const QString &title, bool withFrame)
+    {
+        Row row{title, QStringLiteral("ms"), {}, {}};
+        const QString message = Corpus(seed + 4).longMessage(5000, 200);
+        for (const auto kind : {Peers::Ours, Peers::RichText}) {
+            row.contenders.append(contender(kind, [=, text = peers.content(kind, message)] {
+                const auto item = peers.create(kind, text, 780.0);
+                item->setParentItem(stage.contentItem());
+                while (item->height() < 100.0)
+                    QCoreApplication::processEvents(QEventLoop::AllEvents);
+                stage.drawFrame();
+                constexpr int steps = 40;
+                stage.sendMouse(QEvent::MouseButtonPress, QPointF(5.0, 5.0));
+                QElapsedTimer timer;
+                timer.start();
+                for (int i = 0; i < steps; ++i) {
+                    stage.sendMouse(QEvent::MouseMove, QPointF(20.0 + 11.0 * i, 20.0 + 15.0 * i));
+                    if (withFrame)
+                        stage.drawFrame();
+                }
+                const double perStep = milliseconds(timer) / steps;
+                stage.sendMouse(QEvent::MouseButtonRelease, QPointF(440.0, 605.0));
+                if (item->property("selectedText").toString().size() < 1000)
+                    qFatal("%s selects nothing", nameOf(kind));
+                return perStep;
+            }));
+        }
+        row.targets = {{1, 0.5}};
+        return row;
+    }
+
+    Row selectionDrag()
+    {
+        return selectionDragRow(
+            QStringLiteral("A step of a selection drag over 5,000 characters with 200 emoji"), false);
+    }
+
+    Row selectionDragWithFrame()
+    {
+        return selectionDragRow(
+            QStringLiteral("A step of a selection drag over 5,000 characters with 200 emoji, and its frame"),
+            true);
+    }
+
+    Row firstFrame()
+    {
+        Row row{QStringLiteral("20 messages with eight emoji each, from creation to the first frame"),
+                QStringLiteral("ms"),
+                {},
+                {}};
+        row.rounds = 15;
+        const QStringList messages = Corpus(seed + 5).messagesWithEmoji(20, 8);
+        for (const auto kind : {Peers::Ours, Peers::RichText}) {
+            row.contenders.append(contender(kind, [=, texts = contents(kind, messages)] {
+                QElapsedTimer timer;
+                timer.start();
+                const Items items = createAll(kind, texts);
+                show(items);
+                stage.drawFrame();
+                return milliseconds(timer);
+            }));
+        }
+        row.targets = {{1, 0.5}};
+        return row;
+    }
+
+    Stage stage;
+    Peers peers;
+    double checksum = 0.0;
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    return TextBenchmarks().run(arguments.value(1), arguments.value(2).toInt()) ? 0 : 1;
+}
