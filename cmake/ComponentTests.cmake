@@ -10,7 +10,7 @@ set(COMPONENT_TEST_ENVIRONMENT
     "QT_LOGGING_RULES=qt.qpa.*=false"
     "ASAN_OPTIONS=detect_leaks=0:abort_on_error=1:strict_string_checks=1"
     "UBSAN_OPTIONS=print_stacktrace=1"
-    "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp:halt_on_error=1:second_deadlock_stack=1")
+    "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp:halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1")
 
 # component_add_test(tst_name
 #     SOURCES file...            the test's own sources; the first one holds QTEST_MAIN or its like
@@ -51,6 +51,8 @@ function(component_add_qml_test name file)
     component_register_test(${name}
         COMMAND qml_test_runner -input "${CMAKE_CURRENT_SOURCE_DIR}/${file}" -import "${COMPONENT_QML_IMPORT_DIR}"
         LABELS ${arg_LABELS} TIMEOUT ${arg_TIMEOUT} DISPLAY TRUE)
+    # A warning fails the test, unless the document expects it by `ignoreWarning`, which keeps it out of the log.
+    set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "QWARN  :;QCRITICAL:")
 endfunction()
 
 # component_register_test(name COMMAND ... LABELS ... TIMEOUT n DISPLAY bool): any command as a test.

@@ -3,7 +3,10 @@
 #include "colortheme/imagecolortheme.h"
 #include "text/drawabletext.h"
 #include "textarea/drawabletextarea.h"
+#include "util/clipboard.h"
+#include "util/eventloop.h"
 #include "util/imutil.h"
+#include "util/syntaxhighlighter.h"
 #include "window/autostart.h"
 #include "window/framelesswindow.h"
 #include "window/popupwindow.h"
@@ -11,6 +14,10 @@
 #include "window/screencapture.h"
 #include "window/scrollcontroller.h"
 #include "window/systemtrayicon.h"
+
+#ifdef COMPONENT_WEBSOCKET
+#    include "util/websocket.h"
+#endif
 
 #include <QQuickWindow>
 #include <QWindow>
@@ -60,7 +67,12 @@ constexpr Registration table[] = {
     {"FramelessWindow", creatable<FramelessWindow>},
     {"PopupWindow", creatable<PopupWindow>},
     {"ScreenCapture", creatable<ScreenCapture>},
+#ifdef COMPONENT_WEBSOCKET
+    {"WebSocket", creatable<WebSocket>},
+#endif
+    {"EventLoop", creatable<EventLoop>},
     {"SystemTrayIcon", creatable<SystemTrayIcon>},
+    {"SyntaxHighlighter", creatable<SyntaxHighlighter>},
     {"QxtGlobalShortcut", creatable<QxtGlobalShortcut>},
     {"DrawableText", creatable<DrawableText>},
     {"DrawableTextArea", creatable<DrawableTextArea>},
@@ -69,7 +81,9 @@ constexpr Registration table[] = {
     {nullptr, revision<QQuickWindow, 6>},
     {"ImageColorTheme", creatable<ImageColorTheme>},
     {"ScrollController", creatable<ScrollController>},
+    {"Clipboard", singleton<Clipboard>},
     {"ImUtil", singleton<ImUtil>},
+    {"EventLoopCreator", singleton<EventLoopCreator>},
     {"AutoStart", singleton<AutoStart>},
 };
 // clang-format on

@@ -12,6 +12,9 @@
 
 namespace {
 
+/// What every OpenGL driver of today takes, in pixels.
+constexpr int tallestTexture = 4096;
+
 /// The text node colours selected glyphs only together with a valid background. The visible one is drawn
 /// beneath by the outline, so this one is as close to nothing as a valid colour gets.
 const QColor &hiddenSelectionColor()
@@ -70,6 +73,21 @@ QSGGeometryNode *buildSelectionNodes(DrawableTextPrivate &state)
     return state.selectionRootNode;
 }
 
+/// Lays `picture` over `rect`. The picture of a very long message is taller than textures get, and would be
+/// shrunk to fit and blurred: it goes in slices.
+void addPicture(QQuickTextNode *node, const QRectF &rect, const QImage &picture)
+{
+    if (picture.height() <= tallestTexture) {
+        node->addImage(rect, picture);
+        return;
+    }
+    const double scale = rect.height() / picture.height();
+    for (int y = 0; y < picture.height(); y += tallestTexture) {
+        const QImage slice = picture.copy(0, y, picture.width(), qMin(tallestTexture, picture.height() - y));
+        node->addImage(QRectF(rect.x(), rect.y() + y * scale, rect.width(), slice.height() * scale), slice);
+    }
+}
+
 } // namespace
 
 // Runs on the render thread, with the GUI thread waiting.
@@ -106,7 +124,7 @@ QSGNode *DrawableText::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
     }
 
     if (d->hasEmoji && !d->emojiImage.isNull() && !boundingRect().isEmpty())
-        node->addImage(boundingRect(), d->emojiImage);
+        addPicture(node, boundingRect(), d->emojiImage);
     node->markDirty(QSGNode::DirtyGeometry);
     return node;
 }

@@ -33,7 +33,9 @@ void openByContent(QImageReader &reader, const QString &path)
     if (format.compare("gif", Qt::CaseInsensitive) == 0)
         mimeData.setData(QStringLiteral("text/ostrel-image-gif"), QByteArray());
     const QImage image = reader.read();
-    mimeData.setImageData(image);
+    // A null image would still count as one for the drop target.
+    if (!image.isNull())
+        mimeData.setImageData(image);
     return image;
 }
 

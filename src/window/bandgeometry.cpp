@@ -39,21 +39,21 @@ QRect moved(const QRect &start, int edgeKind, QPoint press, QPoint now, QSize mi
     const int bottom = now.y() - press.y();
 
     switch (edgeKind) {
-    case HTLEFT:
+    case HitLeft:
         return start.adjusted(left, 0, 0, 0);
-    case HTRIGHT:
+    case HitRight:
         return start.adjusted(0, 0, right, 0);
-    case HTTOP:
+    case HitTop:
         return start.adjusted(0, top, 0, 0);
-    case HTTOPLEFT:
+    case HitTopLeft:
         return start.adjusted(left, top, 0, 0);
-    case HTTOPRIGHT:
+    case HitTopRight:
         return start.adjusted(0, top, right, 0);
-    case HTBOTTOM:
+    case HitBottom:
         return start.adjusted(0, 0, 0, bottom);
-    case HTBOTTOMLEFT:
+    case HitBottomLeft:
         return start.adjusted(left, 0, 0, bottom);
-    case HTBOTTOMRIGHT:
+    case HitBottomRight:
         return start.adjusted(0, 0, right, bottom);
     default:
         return start;

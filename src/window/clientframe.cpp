@@ -39,7 +39,7 @@ bool ClientFrame::press(const QMouseEvent *event)
     if (event->buttons() == event->button())
         test(event);
     Q_EMIT window->mousePressed();
-    if (event->button() != Qt::LeftButton || window->hitKind() != framehittest::HTCAPTION)
+    if (event->button() != Qt::LeftButton || window->hitKind() != framehittest::HitCaption)
         return false;
     captionPressed = true;
     movedByHand = false;
@@ -82,7 +82,7 @@ bool ClientFrame::release(const QMouseEvent *event)
 
 bool ClientFrame::doubleClick(const QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton || window->hitKind() != framehittest::HTCAPTION)
+    if (event->button() != Qt::LeftButton || window->hitKind() != framehittest::HitCaption)
         return false;
     captionPressed = false;
     if (!window->enableResize())

@@ -16,17 +16,17 @@ bool anyContains(const QVector<QRect> &rects, QPoint point)
 Qt::CursorShape cursorShapeOf(int edgeKind)
 {
     switch (edgeKind) {
-    case HTLEFT:
-    case HTRIGHT:
+    case HitLeft:
+    case HitRight:
         return Qt::SizeHorCursor;
-    case HTTOP:
-    case HTBOTTOM:
+    case HitTop:
+    case HitBottom:
         return Qt::SizeVerCursor;
-    case HTTOPLEFT:
-    case HTBOTTOMRIGHT:
+    case HitTopLeft:
+    case HitBottomRight:
         return Qt::SizeFDiagCursor;
-    case HTTOPRIGHT:
-    case HTBOTTOMLEFT:
+    case HitTopRight:
+    case HitBottomLeft:
         return Qt::SizeBDiagCursor;
     default:
         return Qt::ArrowCursor;
@@ -55,28 +55,28 @@ HitKind edgeAt(const ResizeBand &band, QPoint point)
     const bool top = near(y, visibleTop) && besideWidth;
     const bool bottom = near(y, visibleBottom) && besideWidth;
 
-    HitKind kind = HTCLIENT;
+    HitKind kind = HitClient;
     if (band.canResizeWidth) {
         if (left)
-            kind = HTLEFT;
+            kind = HitLeft;
         if (right)
-            kind = HTRIGHT;
+            kind = HitRight;
     }
     if (band.canResizeHeight) {
         if (bottom)
-            kind = HTBOTTOM;
+            kind = HitBottom;
         if (top)
-            kind = HTTOP;
+            kind = HitTop;
     }
     if (band.canResizeWidth && band.canResizeHeight) {
         if (left && bottom)
-            kind = HTBOTTOMLEFT;
+            kind = HitBottomLeft;
         if (right && bottom)
-            kind = HTBOTTOMRIGHT;
+            kind = HitBottomRight;
         if (top && left)
-            kind = HTTOPLEFT;
+            kind = HitTopLeft;
         if (top && right)
-            kind = HTTOPRIGHT;
+            kind = HitTopRight;
     }
     return kind;
 }
@@ -92,11 +92,11 @@ QPoint toLogicalPoint(QPoint native, double windowRatio, QPoint screenOrigin, do
 std::optional<HitKind> areaAt(const TitleAreas &areas, QPoint scenePoint)
 {
     if (anyContains(areas.excluded, scenePoint))
-        return HTCLIENT;
+        return HitClient;
     if (anyContains(areas.extra, scenePoint))
-        return HTCAPTION;
+        return HitCaption;
     if (areas.title && areas.title->contains(scenePoint))
-        return HTCAPTION;
+        return HitCaption;
     return std::nullopt;
 }
 

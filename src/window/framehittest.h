@@ -13,23 +13,24 @@
 /// What part of a frameless window a point belongs to. Pure functions of values.
 namespace framehittest {
 
-/// The hit-test codes of Windows by number, so that one can be handed to the system unchanged.
+/// The hit-test codes of Windows by number, so that one can be handed to the system unchanged. Its own names
+/// for them are macros.
 enum HitKind : int {
-    HTCLIENT = 1,
-    HTCAPTION = 2,
-    HTLEFT = 10,
-    HTRIGHT = 11,
-    HTTOP = 12,
-    HTTOPLEFT = 13,
-    HTTOPRIGHT = 14,
-    HTBOTTOM = 15,
-    HTBOTTOMLEFT = 16,
-    HTBOTTOMRIGHT = 17
+    HitClient = 1,
+    HitCaption = 2,
+    HitLeft = 10,
+    HitRight = 11,
+    HitTop = 12,
+    HitTopLeft = 13,
+    HitTopRight = 14,
+    HitBottom = 15,
+    HitBottomLeft = 16,
+    HitBottomRight = 17
 };
 
 [[nodiscard]] inline bool isEdge(int kind)
 {
-    return kind >= HTLEFT && kind <= HTBOTTOMRIGHT;
+    return kind >= HitLeft && kind <= HitBottomRight;
 }
 
 /// The shape of a resize cursor on that edge.
@@ -46,7 +47,7 @@ struct ResizeBand
     double devicePixelRatio = 1.0; ///< of the window
 };
 
-/// The edge of `band` under `point`, in native pixels; HTCLIENT when there is none.
+/// The edge of `band` under `point`, in native pixels; HitClient when there is none.
 [[nodiscard]] HitKind edgeAt(const ResizeBand &band, QPoint point);
 
 /// A native point in device-independent pixels of the desktop, per axis: scaled by the window's ratio, and
@@ -62,7 +63,7 @@ struct TitleAreas
     std::optional<QRect> title;
 };
 
-/// HTCLIENT or HTCAPTION where an area decides, none where no area holds the point.
+/// HitClient or HitCaption where an area decides, none where no area holds the point.
 [[nodiscard]] std::optional<HitKind> areaAt(const TitleAreas &areas, QPoint scenePoint);
 
 } // namespace framehittest

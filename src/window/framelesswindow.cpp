@@ -65,8 +65,8 @@ void FramelessWindow::updateNativeWindowFlag()
 int FramelessWindow::hitTest(QPoint nativePoint)
 {
     if (!hasNCArea) {
-        lastHit = HTCLIENT;
-        return HTCLIENT;
+        lastHit = HitClient;
+        return HitClient;
     }
     const double ratio = devicePixelRatio();
     if (resizable) {
@@ -78,8 +78,8 @@ int FramelessWindow::hitTest(QPoint nativePoint)
         resizeBand.shadowWidth = shadow;
         resizeBand.devicePixelRatio = ratio;
         lastHit = edgeAt(resizeBand, nativePoint);
-        if (lastHit != HTCLIENT)
-            return HTCLIENT;
+        if (lastHit != HitClient)
+            return HitClient;
     }
 
     const QScreen *screen = this->screen();
@@ -93,7 +93,7 @@ int FramelessWindow::hitTest(QPoint nativePoint)
     const std::optional<HitKind> area = areaAt(areas, contentItem()->mapFromGlobal(global).toPoint());
     // Without an area the kind stays: with resizing off it is the one of the hit before.
     if (!area)
-        return HTCLIENT;
+        return HitClient;
     lastHit = *area;
     return lastHit;
 }
@@ -167,7 +167,7 @@ void FramelessWindow::wheelEvent(QWheelEvent *event)
 
 void FramelessWindow::mousePressEvent(QMouseEvent *event)
 {
-    if (lastHit == HTCLIENT || lastHit == HTCAPTION)
+    if (lastHit == HitClient || lastHit == HitCaption)
         QQuickView::mousePressEvent(event);
     else
         showBand(event->globalPos());

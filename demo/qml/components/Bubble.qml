@@ -40,14 +40,16 @@ Rectangle {
     MessageText {
         id: content
 
-        // More characters than this are laid out on a worker, and until then the item has `previewSize`.
+        // More characters than this are laid out on a worker, and until then the item has `previewSize`: the size
+        // that it had, so that nothing jumps when it is laid out again, or one that is guessed.
         readonly property bool isLong: text.length >= 500
+        property size lastSize: bubble.expectedSize
 
         x: bubble.sidePadding
         y: bubble.endPadding
         maxWidth: bubble.widest - 2 * bubble.sidePadding
         reservedWidth: footer.width + 10
-        previewSize: !isLong ? Qt.size(0, 0) : bubble.expectedSize.width > 0 ? bubble.expectedSize : estimate()
+        previewSize: !isLong ? Qt.size(0, 0) : lastSize.width > 0 ? lastSize : estimate()
         highlightText: bubble.highlight
         userBlocks: JSON.parse(bubble.blocks)
         text: bubble.text
@@ -58,8 +60,10 @@ Rectangle {
         }
 
         onHeightChanged: {
-            if (isLong && lineCount > 0 && height !== previewSize.height)
-                bubble.sizeKnown(Qt.size(width, height))
+            if (isLong && lineCount > 0 && height !== previewSize.height) {
+                lastSize = Qt.size(width, height)
+                bubble.sizeKnown(lastSize)
+            }
         }
         onSelectedTextChanged: {
             if (content.selectedText !== "")

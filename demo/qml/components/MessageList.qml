@@ -10,6 +10,8 @@ ListView {
     property bool named: true // whether the author's name stands above
     property string highlight
     property Item selectedText: null
+    readonly property bool atNewest: originY + contentHeight - height - contentY < 80
+    property int missed: 0 // messages that arrived below what is shown
     // Sizes of long messages that were laid out before, so that the list does not jump when they come back.
     property var sizes: ({})
 
@@ -43,6 +45,19 @@ ListView {
         onLinkHovered: list.linkHovered(link, near, x, y)
         onHoverEnded: list.hoverEnded()
         onMenuRequested: list.menuRequested(textItem, at)
+    }
+
+    onAtNewestChanged: {
+        if (atNewest)
+            missed = 0
+    }
+
+    // A message was added below: whoever reads the newest ones sees it, whoever reads old ones is not disturbed.
+    function noteNewest() {
+        if (atNewest)
+            Qt.callLater(showNewest)
+        else
+            ++missed
     }
 
     function showNewest() {

@@ -25,7 +25,7 @@ const conversations = [
 const lines = [
     "Morning all ☀️",
     "The new bubbles are in. Corners are 14 now, and the time sits behind the last line instead of under it.",
-    "看起来很棒!不过第二行的行距好像有点紧,特别是中文和 emoji 混排的时候 🤔",
+    "看起来很棒！不过第二行的行距好像有点紧，特别是中文和 emoji 混排的时候 🤔",
     "@李梅 can you send me a picture of the tight line? I only see it with two emoji in a row: 🎉🎉",
     "صباح الخير جميعاً، الترجمة العربية جاهزة للمراجعة اليوم.",
     "@李梅 شكراً! سأراجعها بعد الظهر 🙏",
@@ -34,7 +34,7 @@ const lines = [
     "#aurora is green again ✅",
     "👍🏽",
     "Has anybody tried it on the 4K screen yet?\nI have one at home, so I can look tonight.\n\nOr tomorrow, if the train is late again.",
-    "会议改到下午三点,地点不变。请大家提前看一下 https://example.com/会议/议程 里的内容。",
+    "会议改到下午三点，地点不变。请大家提前看一下 https://example.com/会议/议程 里的内容。",
     "Yes, unless #blocker-7 comes back. It better doesn't.",
     "Tabs\tand  double  spaces should survive, too.",
     "I measured scrolling: one thousand messages, no frame above 12 ms 🎯",
@@ -42,7 +42,7 @@ const lines = [
     "The colour of mentions now comes from the theme, so @Alice no longer looks like a link.",
     "👩‍💻👨🏽‍🚀🧑‍🎨",
     "Reminder: the office is closed on Monday 🎈",
-    "请看一下这个颜色值:#3d6df2 是不是太亮了?",
+    "请看一下这个颜色值：#3d6df2 是不是太亮了？",
     "I like it. Calm, but you still see where to press.",
     "Could somebody with a right-to-left keyboard test the composer?",
     "أنا أستطيع. أعطوني ساعة واحدة ☕",
@@ -50,11 +50,11 @@ const lines = [
     "Filed as #caret-12, thanks @عمر",
     "Quote of the day: “Measure twice, lay out once.”",
     "(See https://example.org/wiki/Kerning_(typography) for why.)",
-    "周末有人去爬山吗?天气预报说是晴天 🌤️⛰️",
+    "周末有人去爬山吗？天气预报说是晴天 🌤️⛰️",
     "+1 🥾",
     "My address changed, please use priya@qa.example.com from now on.",
     "A longer one, so that we see how several lines look. The quick brown fox jumps over the lazy dog while the dog, being lazy, does not even look up; it has seen foxes before, and none of them ever stayed for dinner.",
-    "长一点的中文消息:我们在周一讨论了新的排版引擎。它按段落分别布局,避免行首出现标点符号,并且把表情符号当作一个字符来处理,这样换行就不会把一个家庭拆散了。",
+    "长一点的中文消息：我们在周一讨论了新的排版引擎。它按段落分别布局，避免行首出现标点符号，并且把表情符号当作一个字符来处理，这样换行就不会把一个家庭拆散了。",
     "رسالة أطول قليلاً بالعربية: ناقشنا يوم الاثنين محرك التنضيد الجديد، وهو يعالج كل فقرة على حدة ويحافظ على اتجاه النص الصحيح حتى مع وجود كلمات مثل Aurora داخل الجملة.",
     "❤️",
     "🇩🇪 → 🇨🇳 → 🇮🇳 → 🇸🇦 what a round trip",
@@ -67,7 +67,7 @@ const lines = [
     "Two things from the review:\n1. The date separator needs more air.\n2. Long links such as https://builds.example.net/artifacts/2021/06/aurora-desktop-5.15.4-nightly-x86_64.tar.gz?token=abcdef should break anywhere, not push the bubble wide.",
     "Who broke the nightly? 👀",
     "It was me. Fixed five minutes later, sorry 🙇‍♀️",
-    "混合文本测试:English words、中文标点,还有 العربية في الوسط,以及数字 12345 和 emoji 👨‍👩‍👧‍👦。",
+    "混合文本测试：English words、中文标点，还有 العربية في الوسط,以及数字 12345 和 emoji 👨‍👩‍👧‍👦。",
     "من فضلكم لا ترسلوا الملفات الكبيرة هنا، استخدموا الرابط www.example.org/files بدلاً من ذلك.",
     "@Bob @Jonas are we still on for the release on Thursday?",
     "Yes 🚀",
@@ -89,12 +89,12 @@ const direct = [
 ]
 
 const chinese = [
-    [3, "你好!新的文本引擎昨天晚上跑完了全部测试 🎉"],
-    [1, "太好了!性能怎么样?"],
-    [3, "十万字的消息也不会卡住界面。布局在后台线程完成,滚动的时候完全不用重新排版。"],
-    [3, "行首不会再出现“,”“。”“!”这样的标点了,你可以缩小窗口看看效果。"],
-    [1, "明天我来写文档,资料发到 mei@example.org 可以吗?"],
-    [3, "可以的,谢谢 😊 #文档"],
+    [3, "你好！新的文本引擎昨天晚上跑完了全部测试 🎉"],
+    [1, "太好了！性能怎么样？"],
+    [3, "十万字的消息也不会卡住界面。布局在后台线程完成，滚动的时候完全不用重新排版。"],
+    [3, "行首不会再出现“，”“。”“！”这样的标点了，你可以缩小窗口看看效果。"],
+    [1, "明天我来写文档，资料发到 mei@example.org 可以吗？"],
+    [3, "可以的，谢谢 😊 #文档"],
 ]
 
 const arabic = [
@@ -113,7 +113,7 @@ const release = [
 
 const lunch = [
     [6, "Noodles or salad? 🍜🥗"],
-    [3, "面条!"],
+    [3, "面条！"],
     [4, "Noodles 🍜"],
     [1, "Whatever has the shorter queue, I have a call at one and the last time we waited so long that I presented with chopsticks in my hand 🥢😂"],
 ]
@@ -131,12 +131,12 @@ const priya = [
 const prose = [
     "The lamp had burned low when the letters began to arrange themselves.",
     "Nobody in the harbour had expected the tide to keep its promise, and yet it came back every night.",
-    "窗外下着小雨,街上的灯一盏一盏地亮了起来。",
+    "窗外下着小雨，街上的灯一盏一盏地亮了起来。",
     "She counted the steps, forgot the number, and started again from the top.",
-    "他说:“慢慢来,故事不会走远。”于是我们又坐下来,听完了剩下的一半。",
+    "他说：“慢慢来，故事不会走远。”于是我们又坐下来，听完了剩下的一半。",
     "A cat, a bicycle and three umbrellas make a still life if you wait long enough 🐈🚲☂️.",
     "By morning the page was full, and the margins had begun to whisper about a second volume.",
-    "人们常说夜里读书最安静,可是书里的人从来不睡觉。",
+    "人们常说夜里读书最安静，可是书里的人从来不睡觉。",
     "There was a knock, then a pause, then the sound of somebody thinking better of it.",
 ]
 

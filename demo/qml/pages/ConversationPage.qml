@@ -15,6 +15,7 @@ Item {
     readonly property alias personCard: personCard
     readonly property alias toast: toast
     readonly property alias menu: menu
+    readonly property alias newestButton: newestButton
     property var matches: []
 
     function openSearch(words) {
@@ -49,7 +50,13 @@ Item {
         function onCurrentIdChanged() {
             if (searchBar.visible)
                 page.closeSearch()
+            messageList.missed = 0
             Qt.callLater(messageList.showNewest)
+        }
+
+        function onReceived(conversationId) {
+            if (conversationId === page.client.currentId)
+                messageList.noteNewest()
         }
     }
 
@@ -107,6 +114,15 @@ Item {
             menu.textItem = textItem
             menu.popup(textItem, at)
         }
+    }
+
+    NewestButton {
+        id: newestButton
+
+        anchors { right: messageList.right; bottom: messageList.bottom; rightMargin: 24; bottomMargin: 8 }
+        visible: !messageList.atNewest
+        missed: messageList.missed
+        onClicked: messageList.showNewest()
     }
 
     Composer {

@@ -30,6 +30,7 @@ QtObject {
     property Item textItem: null
     property string expected
     property int layouts: 0
+    property int resizes: 0
 
     readonly property var steps: [
         { name: "both are signed in",
@@ -111,9 +112,20 @@ QtObject {
           until: () => alice.conversation.searchBar.position === 1 },
         { name: "Escape ends the search", act: () => robot.key(alice, Qt.Key_Escape),
           until: () => !alice.conversation.searchBar.visible && alice.conversation.list.highlight === "" },
-        { name: "scrolling back and forth",
-          act: () => { alice.conversation.list.showNewest(); scroll(alice, 60); scroll(alice, -80) },
-          until: () => alice.conversation.list.atYEnd && isLaidOut(alice, 0) },
+        { name: "the wheel scrolls",
+          act: () => { alice.conversation.list.showNewest(); scroll(alice, 40) },
+          until: () => scrolledFrom - alice.conversation.list.contentY > 3000 && alice.conversation.newestButton.visible },
+        { name: "a message does not disturb the reading of old ones", at: () => bob,
+          act: () => { scrolledFrom = alice.conversation.list.contentY; write(bob, "One more thing…") },
+          until: () => alice.conversation.newestButton.missed === 1
+                       && alice.client.messages.get(0).body === "One more thing…"
+                       && !alice.conversation.list.atNewest },
+        { name: "a button leads to the newest message", act: () => robot.click(alice.conversation.newestButton, 20, 20),
+          until: () => alice.conversation.list.atNewest && alice.conversation.newestButton.missed === 0
+                       && isLaidOut(alice, 0) },
+        { name: "a message below is shown at once", at: () => bob, act: () => write(bob, "Now I am done."),
+          until: () => alice.client.messages.get(0).body === "Now I am done." && alice.conversation.list.atYEnd
+                       && isLaidOut(alice, 0) && alice.conversation.newestButton.missed === 0 },
 
         { name: "previews are cut", act: () => { openRow(alice, "release"); alice.width = 900 },
           until: () => alice.client.currentId === "release" && isLaidOut(alice, 0)
@@ -139,7 +151,15 @@ QtObject {
           until: () => isTextFound("Chapter 1") && textItem.text.length === 100000 && textItem.lineCount > 1000 },
         { name: "scrolling a long message lays nothing out",
           act: () => { layouts = 0; textItem.lineCountChanged.connect(countLayout); scroll(alice, 60) },
-          until: () => scrolledFrom - alice.conversation.list.contentY > 5000 && layouts === 0, picture: "long" }
+          until: () => scrolledFrom - alice.conversation.list.contentY > 5000 && layouts === 0, picture: "long" },
+        { name: "a search in a long message lays it out anew without a jump",
+          act: () => {
+              textItem.heightChanged.connect(countResize)
+              robot.key(alice, Qt.Key_F, Qt.ControlModifier)
+              robot.type(alice, "harbour")
+          },
+          until: () => alice.conversation.matches.length === 1 && textItem.highlightText === "harbour" && layouts > 0
+                       && resizes === 0 }
     ]
 
     property double scrolledFrom: 0
@@ -201,6 +221,10 @@ QtObject {
 
     function countLayout() {
         ++layouts
+    }
+
+    function countResize() {
+        ++resizes
     }
 
     function textAt(window, index) {

@@ -1,0 +1,20 @@
+# Cross-builds for 64-bit Windows with mingw-w64 against a Qt for it, whose folder QT_WINDOWS_DIR names.
+
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+
+set(triple x86_64-w64-mingw32)
+set(CMAKE_C_COMPILER ${triple}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
+set(CMAKE_RC_COMPILER ${triple}-windres)
+
+if(NOT QT_WINDOWS_DIR)
+    set(QT_WINDOWS_DIR "$ENV{QT_WINDOWS_DIR}")
+endif()
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QT_WINDOWS_DIR)
+set(CMAKE_FIND_ROOT_PATH /usr/${triple} "${QT_WINDOWS_DIR}")
+set(CMAKE_PREFIX_PATH "${QT_WINDOWS_DIR}")
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
