@@ -21,6 +21,9 @@ namespace {
 /// 256 megabytes: the picture of a text that is a hundred thousand lines long. No scene graph shows more.
 constexpr double maximalPixels = 128.0 * 1024 * 1024;
 
+/// Rows that are painted in one go: QPainter leaves out what lies beyond 32,767 pixels.
+constexpr int bandHeight = 16384;
+
 /// An emoji keeps this distance from the edges of its place in the text.
 constexpr double margin = 1.0;
 
@@ -83,6 +86,54 @@ void paintEmoji(QPainter &painter, const EmojiRecord &record)
         painter.drawPixmap(record.rect, *info.pixmap, QRectF(info.x, info.y, info.width, info.height));
 }
 
+/// Puts each record where its placeholder stands, and returns those that stand on a line. Ends early once the
+/// state is abandoned.
+QVector<const EmojiRecord *> placeRecords(DrawableTextPrivate &state)
+{
+    QVector<const EmojiRecord *> placed;
+    placed.reserve(state.emojiCount);
+    const QSizeF size(state.emojiSize - 2 * margin, state.emojiSize - 2 * margin);
+    const int count = qMin(state.emojis.size(), state.layouts.size());
+    for (int i = 0; i < count; ++i) {
+        const QTextLayout &layout = *state.layouts.at(i);
+        LineFinder lines(layout);
+        for (EmojiRecord &record : state.emojis[i]) {
+            if (state.isAbandoned())
+                return placed;
+            const QTextLine line = lines.lineAt(record.pos);
+            if (!line.isValid()) {
+                qDebug() << "Line is invalid,pos:" << record.pos;
+                continue;
+            }
+            const QPointF corner(line.cursorToX(record.pos) + layout.position().x() + margin,
+                                 layout.position().y() + line.y() + margin);
+            record.rect = QRectF(corner, size);
+            placed.append(&record);
+        }
+    }
+    return placed;
+}
+
+/// Paints what the rows of the picture from `firstRow` on show, as many as `band` has.
+void paintBand(DrawableTextPrivate &state, const QVector<const EmojiRecord *> &records, QImage &band,
+               int firstRow)
+{
+    const double ratio = state.emojiImage.devicePixelRatio();
+    band.setDevicePixelRatio(ratio);
+    const double top = firstRow / ratio;
+    const double bottom = top + band.height() / ratio;
+    QPainter painter(&band);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                           QPainter::SmoothPixmapTransform);
+    painter.translate(0.0, -top);
+    for (const EmojiRecord *record : records) {
+        if (state.isAbandoned())
+            return;
+        if (record->rect.bottom() > top && record->rect.top() < bottom)
+            paintEmoji(painter, *record);
+    }
+}
+
 } // namespace
 
 void renderEmojiImage(DrawableTextPrivate &state)
@@ -99,33 +150,14 @@ void renderEmojiImage(DrawableTextPrivate &state)
     if (state.emojiImage.isNull())
         return;
 
+    const QVector<const EmojiRecord *> records = placeRecords(state);
     // An image keeps the paint engine of its first painter, which takes more memory than the picture of a
-    // short message: the one of `canvas` goes with it.
+    // short message: that of a band goes with it.
     QImage &picture = state.emojiImage;
-    QImage canvas(picture.bits(), picture.width(), picture.height(), picture.bytesPerLine(),
-                  picture.format());
-    canvas.setDevicePixelRatio(ratio);
-    QPainter painter(&canvas);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
-                           QPainter::SmoothPixmapTransform);
-    const QSizeF size(state.emojiSize - 2 * margin, state.emojiSize - 2 * margin);
-    const int count = qMin(state.emojis.size(), state.layouts.size());
-    for (int i = 0; i < count; ++i) {
-        const QTextLayout &layout = *state.layouts.at(i);
-        LineFinder lines(layout);
-        for (EmojiRecord &record : state.emojis[i]) {
-            if (state.isAbandoned())
-                return;
-            const QTextLine line = lines.lineAt(record.pos);
-            if (!line.isValid()) {
-                qDebug() << "Line is invalid,pos:" << record.pos;
-                continue;
-            }
-            const QPointF corner(line.cursorToX(record.pos) + layout.position().x() + margin,
-                                 layout.position().y() + line.y() + margin);
-            record.rect = QRectF(corner, size);
-            paintEmoji(painter, record);
-        }
+    for (int row = 0; row < picture.height(); row += bandHeight) {
+        QImage band(picture.scanLine(row), picture.width(), qMin(bandHeight, picture.height() - row),
+                    picture.bytesPerLine(), picture.format());
+        paintBand(state, records, band, row);
     }
 }
 
