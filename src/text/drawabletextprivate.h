@@ -166,6 +166,7 @@ public:
 
     // ---- results of the layout
     QVector<QTextLayout *> layouts; ///< one per paragraph, owned
+    quint64 layoutSerial = 0;       ///< tells these layouts from all others that ever were
     double contentWidth = 0.0;      ///< right padding included, left padding not
     double contentHeight = 0.0;     ///< paddings included
     double maxLineWidth = 0.0;      ///< widest line

@@ -9,6 +9,7 @@
 #include <QFontMetricsF>
 #include <QTextLayout>
 
+#include <atomic>
 #include <memory>
 
 namespace drawabletext {
@@ -191,6 +192,10 @@ void prepareLayout(QTextLayout &layout, const DrawableTextPrivate &state, const 
 
 void layoutParagraphs(DrawableTextPrivate &state)
 {
+    // Shared by the workers, so that no two states ever have the same number for different layouts.
+    static std::atomic<quint64> lastSerial{0};
+    state.layoutSerial = ++lastSerial;
+
     const QVector<QTextLayout *> oldLayouts = std::exchange(state.layouts, {});
     state.lineCount = 0;
     state.maxLineWidth = 0.0;

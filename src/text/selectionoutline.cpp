@@ -1,6 +1,7 @@
 #include "selectionoutline.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace drawabletext {
@@ -11,10 +12,10 @@ constexpr int arcSweep = 90; // degrees
 constexpr double pi = 3.141592653589793;
 
 // Start angles of the corners of a rectangle.
-constexpr double topLeftAngle = 180.0;
-constexpr double topRightAngle = 270.0;
-constexpr double bottomRightAngle = 360.0;
-constexpr double bottomLeftAngle = 450.0;
+constexpr int topLeftAngle = 180;
+constexpr int topRightAngle = 270;
+constexpr int bottomRightAngle = 360;
+constexpr int bottomLeftAngle = 450;
 
 /// Rounds and cuts `rect`, and adds it to the group unless it is empty.
 void addToGroup(QVector<QRectF> &group, QRectF &rect, double rightLimit)
@@ -25,6 +26,20 @@ void addToGroup(QVector<QRectF> &group, QRectF &rect, double rightLimit)
     if (rect.right() > rightLimit)
         rect.setRight(rightLimit);
     group.append(rect);
+}
+
+using UnitCircle = std::array<QPointF, 360 / arcStep>;
+
+/// Computed once: a selection of many lines has hundreds of arcs, and is outlined anew with each step of a
+/// drag.
+UnitCircle makeUnitCircle()
+{
+    UnitCircle points;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const double angle = double(i) * arcStep * pi / 180.0;
+        points[i] = {std::cos(angle), std::sin(angle)};
+    }
+    return points;
 }
 
 bool touch(const QRectF &a, const QRectF &b)
@@ -107,7 +122,7 @@ private:
             polygons.append(FanPolygon{rect.bottomLeft()} + inner());
     }
 
-    [[nodiscard]] FanPolygon cornerArc(double x, double y, double startAngle, bool reversed = false) const
+    [[nodiscard]] FanPolygon cornerArc(double x, double y, int startAngle, bool reversed = false) const
     {
         return arc(QPointF(x, y), radius, startAngle, reversed);
     }
@@ -121,13 +136,14 @@ private:
 
 } // namespace
 
-FanPolygon arc(QPointF centre, double radius, double startAngle, bool reversed)
+FanPolygon arc(QPointF centre, double radius, int startAngle, bool reversed)
 {
+    static const UnitCircle circle = makeUnitCircle();
     FanPolygon points;
     points.reserve(arcSweep / arcStep);
     for (int turned = 0; turned < arcSweep; turned += arcStep) {
-        const double angle = (startAngle + turned) * pi / 180.0;
-        points.append({std::cos(angle) * radius + centre.x(), std::sin(angle) * radius + centre.y()});
+        const QPointF direction = circle[std::size_t((startAngle + turned) / arcStep) % circle.size()];
+        points.append(centre + direction * radius);
     }
     if (reversed)
         std::reverse(points.begin(), points.end());

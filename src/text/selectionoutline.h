@@ -11,8 +11,9 @@ namespace drawabletext {
 using FanPolygon = QVector<QPointF>;
 
 /// A quarter circle: 18 points from `startAngle` on, 5 degrees apart, the end of the quarter left out. Angles
-/// are in degrees and run clockwise, for y points down. `reversed` gives the same points in opposite order.
-[[nodiscard]] FanPolygon arc(QPointF centre, double radius, double startAngle, bool reversed = false);
+/// are degrees, run clockwise because y points down, and are multiples of 5 and not negative. `reversed`
+/// gives the same points in opposite order.
+[[nodiscard]] FanPolygon arc(QPointF centre, double radius, int startAngle, bool reversed = false);
 
 /// A rectangle with four round corners, clockwise from the left end of its top-left corner: 72 points.
 [[nodiscard]] FanPolygon roundedRectangle(const QRectF &rect, double radius);
