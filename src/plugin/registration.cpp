@@ -1,6 +1,12 @@
 #include "registration.h"
 
 #include "colortheme/imagecolortheme.h"
+#include "image/circleprogress.h"
+#include "image/drawableimage.h"
+#include "image/imagepreviewer.h"
+#include "image/imagerender.h"
+#include "image/roundedimage.h"
+#include "image/roundedrectitem.h"
 #include "text/drawabletext.h"
 #include "textarea/drawabletextarea.h"
 #include "util/clipboard.h"
@@ -76,9 +82,15 @@ constexpr Registration table[] = {
     {"QxtGlobalShortcut", creatable<QxtGlobalShortcut>},
     {"DrawableText", creatable<DrawableText>},
     {"DrawableTextArea", creatable<DrawableTextArea>},
+    {"DrawableImage", creatable<DrawableImage>},
     {nullptr, revision<QQuickTextArea, 1>},
     {nullptr, revision<QQuickTextEdit, 7>},
     {nullptr, revision<QQuickWindow, 6>},
+    {"RoundedImage", creatable<RoundedImage>},
+    {"RoundedRectItem", creatable<RoundedRectItem>},
+    {"ImageRender", creatable<ImageRender>},
+    {"ImagePreviewer", creatable<ImagePreviewer>},
+    {"CircleProgress", creatable<CircleProgress>},
     {"ImageColorTheme", creatable<ImageColorTheme>},
     {"ScrollController", creatable<ScrollController>},
     {"Clipboard", singleton<Clipboard>},

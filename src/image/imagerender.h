@@ -1,0 +1,146 @@
+#pragma once
+
+#include <QFutureWatcher>
+#include <QImage>
+#include <QList>
+#include <QPainterPath>
+#include <QQuickItem>
+
+/// Shows a picture over a blurred background picture, blended and with rounded corners in one pass on the
+/// GPU.
+///
+/// Both pictures are loaded on workers. While one of them is missing, the other stands in for it; while both
+/// are, the item keeps what it last showed. A new size of the item loads nothing anew.
+class ImageRender : public QQuickItem
+{
+    Q_OBJECT
+    /// Path of a file or resource, without a scheme. Empty for none.
+    Q_PROPERTY(QString source READ source WRITE setSource NOTIFY sourceChanged)
+    /// A path that holds a ":", or base64 picture data. Empty for none.
+    Q_PROPERTY(QString backgroundSource READ backgroundSource WRITE setBackgroundSource NOTIFY
+                   backgroundSourceChanged)
+    /// Radius of the blur on a background 32 pixels wide; no blur up to 1. A background that is in the cache
+    /// keeps the radius it was made with. Default: 0.
+    Q_PROPERTY(double blurRadius READ blurRadius WRITE setBlurRadius NOTIFY blurRadiusChanged)
+    /// Kept for clients that set it; backgrounds are always cached, foregrounds never.
+    Q_PROPERTY(bool cache READ cache WRITE setCache NOTIFY cacheChanged)
+    /// How each picture lies on the item. Default: `Stretch`.
+    Q_PROPERTY(
+        FillMode sourceFillMode READ sourceFillMode WRITE setSourceFillMode NOTIFY sourceFillModeChanged)
+    Q_PROPERTY(FillMode backgroundFillMode READ backgroundFillMode WRITE setBackgroundFillMode NOTIFY
+                   backgroundFillModeChanged)
+    /// Where the loading of each picture stands.
+    Q_PROPERTY(Status statusSource READ statusSource NOTIFY statusSourceChanged)
+    Q_PROPERTY(Status statusBackground READ statusBackground NOTIFY statusBackgroundChanged)
+    /// Half the size that a picture may have in memory; while invalid (-1 by -1, the default), the item's
+    /// size at the start of the load.
+    Q_PROPERTY(QSize sourceSize READ sourceSize WRITE setSourceSize NOTIFY sourceSizeChanged)
+    /// Radii of the corners in pixels, 0 to half the item's shorter side at the time of the change.
+    Q_PROPERTY(double topLeftRadius READ topLeftRadius WRITE setTopLeftRadius NOTIFY topLeftRadiusChanged)
+    Q_PROPERTY(double topRightRadius READ topRightRadius WRITE setTopRightRadius NOTIFY topRightRadiusChanged)
+    Q_PROPERTY(double bottomLeftRadius READ bottomLeftRadius WRITE setBottomLeftRadius NOTIFY
+                   bottomLeftRadiusChanged)
+    Q_PROPERTY(double bottomRightRadius READ bottomRightRadius WRITE setBottomRightRadius NOTIFY
+                   bottomRightRadiusChanged)
+
+public:
+    enum FillMode { Stretch, PreserveAspectFit, PreserveAspectCrop };
+    Q_ENUM(FillMode)
+    enum Status { Null, Ready, Loading, Error };
+    Q_ENUM(Status)
+
+    explicit ImageRender(QQuickItem *parent = nullptr);
+    ~ImageRender() override;
+
+    [[nodiscard]] QString source() const;
+    [[nodiscard]] QString backgroundSource() const;
+    [[nodiscard]] double blurRadius() const;
+    [[nodiscard]] bool cache() const;
+    [[nodiscard]] FillMode sourceFillMode() const;
+    [[nodiscard]] FillMode backgroundFillMode() const;
+    [[nodiscard]] Status statusSource() const;
+    [[nodiscard]] Status statusBackground() const;
+    [[nodiscard]] QSize sourceSize() const;
+    [[nodiscard]] double topLeftRadius() const;
+    [[nodiscard]] double topRightRadius() const;
+    [[nodiscard]] double bottomLeftRadius() const;
+    [[nodiscard]] double bottomRightRadius() const;
+
+public Q_SLOTS:
+    void setSource(const QString &source);
+    void setBackgroundSource(const QString &backgroundSource);
+    void setBlurRadius(double blurRadius);
+    void setCache(bool cache);
+    void setSourceFillMode(FillMode sourceFillMode);
+    void setBackgroundFillMode(FillMode backgroundFillMode);
+    void setStatusSource(Status statusSource);
+    void setStatusBackground(Status statusBackground);
+    void setSourceSize(const QSize &sourceSize);
+    void setTopLeftRadius(double topLeftRadius);
+    void setTopRightRadius(double topRightRadius);
+    void setBottomLeftRadius(double bottomLeftRadius);
+    void setBottomRightRadius(double bottomRightRadius);
+
+    /// Loads both pictures anew, as far as they have a source.
+    void updatePainterData();
+    /// Rebuilds the item's outline from its radii and its size. Kept for clients that call it; the clipping
+    /// is the shader's.
+    void updatePath();
+    /// The part of the item that `image` covers in `mode`, and the part of the image that is seen, in
+    /// fractions of their sizes.
+    QList<QRectF> calcImageDisplayArea(QImage image, FillMode mode);
+
+Q_SIGNALS:
+    void sourceChanged(QString source);
+    void backgroundSourceChanged(QString backgroundSource);
+    void blurRadiusChanged(double blurRadius);
+    void cacheChanged(bool cache);
+    void sourceFillModeChanged(FillMode sourceFillMode);
+    void backgroundFillModeChanged(FillMode backgroundFillMode);
+    void statusSourceChanged(Status statusSource);
+    void statusBackgroundChanged(Status statusBackground);
+    void sourceSizeChanged(QSize sourceSize);
+    void topLeftRadiusChanged(double topLeftRadius);
+    void topRightRadiusChanged(double topRightRadius);
+    void bottomLeftRadiusChanged(double bottomLeftRadius);
+    void bottomRightRadiusChanged(double bottomRightRadius);
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;
+    void componentComplete() override;
+
+private:
+    /// What the properties hold. Radii as they came, clamped on their way to the GPU only.
+    struct Values
+    {
+        double topLeftRadius = 0;
+        double topRightRadius = 0;
+        double bottomLeftRadius = 0;
+        double bottomRightRadius = 0;
+        QString source;
+        QString backgroundSource;
+        bool cache = false;
+        double blurRadius = 0;
+        FillMode sourceFillMode = Stretch;
+        FillMode backgroundFillMode = Stretch;
+        Status statusSource = Null;
+        Status statusBackground = Null;
+        QSize sourceSize;
+    };
+
+    void takeSource();
+    void takeBackground();
+    void startSource(bool cache);
+    void startBackground();
+    void updateWhenComplete();
+    void storeRadius(double Values::*radius, double value, void (ImageRender::*changed)(double));
+    [[nodiscard]] QSize loadSize() const;
+
+    QFutureWatcher<QImage> sourceWatcher;
+    QFutureWatcher<QImage> backgroundWatcher;
+    Values values;
+    QPainterPath path;
+    // Set on the GUI thread, cleared on the render thread while the GUI thread waits for it.
+    bool radiusDirty = false;
+    bool textureDirty = false;
+};
