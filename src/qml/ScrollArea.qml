@@ -1,3 +1,4 @@
+import QtQml 2.15 as Qml
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 
@@ -19,8 +20,17 @@ Frame {
         contentWidth: content.width
         contentHeight: content.height
         clip: true
-        contentX: hbar.position * contentWidth
-        contentY: vbar.position * contentHeight
+        // Only while the view rests: setting a position ends a flick.
+        Qml.Binding on contentX {
+            when: !scrollarea.moving
+            value: hbar.position * scrollarea.contentWidth
+            restoreMode: Binding.RestoreNone
+        }
+        Qml.Binding on contentY {
+            when: !scrollarea.moving
+            value: vbar.position * scrollarea.contentHeight
+            restoreMode: Binding.RestoreNone
+        }
         width: parent.width - (vbar.visible ? vbar.width : 0)
         height: parent.height - (hbar.visible ? hbar.height : 0)
 
@@ -44,6 +54,7 @@ Frame {
             when: scrollarea.moving
             PropertyChanges {
                 target: vbar
+                restoreEntryValues: false // the view stays where the flick took it
                 position: scrollarea.visibleArea.yPosition
             }
         }
@@ -70,6 +81,7 @@ Frame {
             when: scrollarea.moving
             PropertyChanges {
                 target: hbar
+                restoreEntryValues: false
                 position: scrollarea.visibleArea.xPosition
             }
         }
