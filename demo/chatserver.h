@@ -11,9 +11,10 @@ class QWebSocket;
 /// The chat service of the demo: it listens on the loopback interface and passes messages on.
 ///
 /// Frames are JSON objects with a "type". From a client: "hello" with "user" (a positive number) comes first,
-/// then "message" with "id", "conversation", "text" and "blocks". To a client: "online" with the "users" that
-/// are there, "accepted" with the "id" of its own message and the service's "time", and "message", which
-/// adds "author" and "time" to what another client sent. Frames that make no sense are dropped.
+/// then "message" with "id" and "conversation"; its content ("kind", "text", "blocks", "attachment") is
+/// passed on as it is. To a client: "online" with the "users" that are there, "accepted" with the "id" of its
+/// own message and the service's "time", and "message", which adds "author" and "time" to what another client
+/// sent. Frames that make no sense are dropped.
 class ChatServer : public QObject
 {
     Q_OBJECT

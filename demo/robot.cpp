@@ -3,9 +3,12 @@
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QDir>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QWheelEvent>
@@ -108,9 +111,52 @@ void Robot::type(QQuickWindow *window, const QString &text)
     }
 }
 
+void Robot::drop(QQuickItem *item, qreal x, qreal y, const QStringList &paths)
+{
+    if (!item || !item->window())
+        return;
+    QList<QUrl> urls;
+    for (const QString &path : paths)
+        urls.append(QUrl::fromLocalFile(path));
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint position = item->mapToScene({x, y}).toPoint();
+    QDragEnterEvent enter(position, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(item->window(), &enter);
+    QDragMoveEvent move(position, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(item->window(), &move);
+    QDropEvent event(position, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(item->window(), &event);
+}
+
 QString Robot::clipboardText() const
 {
     return QGuiApplication::clipboard()->text();
+}
+
+void Robot::copyPicture() const
+{
+    QImage picture(480, 320, QImage::Format_RGB32);
+    QPainter painter(&picture);
+    QLinearGradient sky(0, 0, 0, 320);
+    sky.setColorAt(0, QColor(0x2b, 0x4b, 0x9b));
+    sky.setColorAt(0.65, QColor(0xf4, 0xa2, 0x6b));
+    sky.setColorAt(0.66, QColor(0x21, 0x3a, 0x5e));
+    sky.setColorAt(1, QColor(0x10, 0x1d, 0x33));
+    painter.fillRect(picture.rect(), sky);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0xff, 0xe3, 0xa8));
+    painter.drawEllipse(QPoint(330, 190), 36, 36);
+    painter.end();
+    QGuiApplication::clipboard()->setImage(picture);
+}
+
+QString Robot::makeFile(const QString &name, const QString &text) const
+{
+    QFile file(files.filePath(name));
+    const QByteArray bytes = text.toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? file.fileName() : QString();
 }
 
 bool Robot::takePicture(QQuickWindow *window, const QString &name) const

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QObject>
 #include <QPointF>
+#include <QTemporaryDir>
 
 class QQuickItem;
 class QQuickWindow;
@@ -23,7 +24,13 @@ public:
     Q_INVOKABLE void wheel(QQuickItem *item, qreal x, qreal y, int angleDelta);
     Q_INVOKABLE void key(QQuickWindow *window, int key, int modifiers = Qt::NoModifier);
     Q_INVOKABLE void type(QQuickWindow *window, const QString &text);
+    /// Drags `files`, local paths, over the item and lets go there.
+    Q_INVOKABLE void drop(QQuickItem *item, qreal x, qreal y, const QStringList &files);
     [[nodiscard]] Q_INVOKABLE QString clipboardText() const;
+    /// Puts a picture on the clipboard, as a drawing program does.
+    Q_INVOKABLE void copyPicture() const;
+    /// Writes a text file that goes with the tour. Its path, or "" when that failed.
+    [[nodiscard]] Q_INVOKABLE QString makeFile(const QString &name, const QString &text) const;
     /// Saves what `window` shows as `name`.png. False when it could not be grabbed or written.
     [[nodiscard]] Q_INVOKABLE bool takePicture(QQuickWindow *window, const QString &name) const;
 
@@ -32,5 +39,6 @@ private:
                Qt::MouseButtons buttons);
 
     QString folder;
+    QTemporaryDir files;
     ulong time = 1000; ///< of the last event, in milliseconds; gestures are told apart by it
 };

@@ -39,9 +39,9 @@ int countColors(const QImage &picture, int enough)
 
 QStringList Screenshots::pages()
 {
-    return QStringLiteral(
-               "answer arabic chinese conversation direct emoji emoji-messages hover link long menu "
-               "person picker previews search selection")
+    return QStringLiteral("answer arabic attachments chinese code conversation counter direct emoji "
+                          "emoji-messages hover link "
+                          "long mentions menu person picker previews search selection sent tags")
         .split(QLatin1Char(' '));
 }
 

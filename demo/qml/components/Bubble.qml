@@ -2,16 +2,13 @@ import QtQuick 2.15
 import "../theme"
 
 // The bubble of one message, with the time behind the last line.
-Rectangle {
+BubbleFrame {
     id: bubble
 
-    property bool own: false
     property real widest: 400
     property string text
     property string blocks: "[]" // as JSON, because a list model holds no arrays
     property string highlight
-    property string clock
-    property string delivery // "", "sending", "sent" or "failed"
     property size expectedSize: Qt.size(0, 0)
     readonly property alias textItem: content
     readonly property int sidePadding: 13
@@ -29,13 +26,6 @@ Rectangle {
 
     width: content.width + 2 * sidePadding
     height: content.height + 2 * endPadding
-    radius: Theme.bubbleRadius
-    color: own ? Theme.ownBubble : Theme.bubble
-    border { width: own ? 0 : 1; color: Theme.line }
-
-    function flash() {
-        flashMotion.restart()
-    }
 
     MessageText {
         id: content
@@ -102,43 +92,10 @@ Rectangle {
         onTapped: bubble.menuRequested(content, bubble.mapToItem(content, eventPoint.position))
     }
 
-    Row {
+    BubbleFooter {
         id: footer
 
+        bubble: bubble
         anchors { right: parent.right; bottom: parent.bottom; rightMargin: 11; bottomMargin: 6 }
-        spacing: 3
-
-        Text {
-            text: bubble.clock
-            color: bubble.own ? Qt.darker(Theme.inkFaint, 1.15) : Theme.inkFaint
-            font.pixelSize: Theme.smallText
-        }
-
-        Icon {
-            visible: bubble.delivery !== ""
-            anchors.verticalCenter: parent.verticalCenter
-            name: bubble.delivery
-            size: 13
-            color: bubble.delivery === "failed" ? "#d64545" : Theme.accent
-        }
-    }
-
-    Rectangle {
-        id: ring
-
-        anchors.fill: parent
-        radius: parent.radius
-        color: "transparent"
-        border { width: 2; color: Theme.accent }
-        opacity: 0
-        visible: opacity > 0
-
-        SequentialAnimation {
-            id: flashMotion
-
-            NumberAnimation { target: ring; property: "opacity"; to: 1; duration: Theme.quick }
-            PauseAnimation { duration: 700 }
-            NumberAnimation { target: ring; property: "opacity"; to: 0; duration: 400 }
-        }
     }
 }

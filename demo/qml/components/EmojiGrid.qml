@@ -4,11 +4,14 @@ import com.ostrel.im.component 1.0
 import "../theme"
 import "../model/emoji.js" as Emoji
 
-// All emoji, by group.
+// All emoji, by group. The arrow keys go from one to the next, Return picks.
 Flickable {
     id: grid
 
     property real cell: 46
+    property var recent: [] // shown first
+    readonly property var groups: recent.length === 0 ? Emoji.groups
+        : [{ title: qsTr("Recent"), emoji: recent.join(" ") }].concat(Emoji.groups)
 
     signal picked(string emoji)
 
@@ -17,6 +20,47 @@ Flickable {
     contentHeight: column.height
     boundsBehavior: Flickable.StopAtBounds
     ScrollBar.vertical: ThinScrollBar {}
+
+    function takeFocus() {
+        nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    // The cell that a key leads to from `from`; a row up or down, the nearest one in it.
+    function move(from, key) {
+        const forward = key === Qt.Key_Right || key === Qt.Key_Down
+        const sameRow = key === Qt.Key_Left || key === Qt.Key_Right
+        const start = from.mapToItem(column, 0, 0)
+        let best = null
+        let bestDistance = 0
+        let row = start.y
+        for (let item = from.nextItemInFocusChain(forward); item && item.emoji !== undefined && item !== from;
+             item = item.nextItemInFocusChain(forward)) {
+            const place = item.mapToItem(column, 0, 0)
+            if (sameRow) {
+                best = item
+                break
+            }
+            if (forward ? place.y < start.y : place.y > start.y)
+                break
+            if (place.y === start.y)
+                continue
+            if (best && place.y !== row)
+                break
+            row = place.y
+            const distance = Math.abs(place.x - start.x)
+            if (!best || distance < bestDistance) {
+                best = item
+                bestDistance = distance
+            }
+        }
+        if (best)
+            best.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    function show(item) {
+        const top = item.mapToItem(column, 0, 0).y
+        contentY = Math.max(0, Math.min(contentHeight - height, Math.max(top + item.height - height, Math.min(contentY, top))))
+    }
 
     WheelScroller {
         width: grid.width
@@ -31,7 +75,7 @@ Flickable {
         spacing: 6
 
         Repeater {
-            model: Emoji.groups
+            model: grid.groups
 
             Column {
                 id: group
@@ -60,6 +104,7 @@ Flickable {
                             id: cell
 
                             required property string modelData
+                            readonly property string emoji: modelData
 
                             width: grid.cell
                             height: grid.cell
@@ -68,6 +113,7 @@ Flickable {
                             background: Rectangle {
                                 radius: Theme.radius
                                 color: cell.down ? Theme.pressed : cell.hovered ? Theme.accentSoft : "transparent"
+                                border { width: cell.visualFocus ? 2 : 0; color: Theme.accent }
                             }
                             contentItem: Item {
                                 DrawableText {
@@ -77,7 +123,19 @@ Flickable {
                                     text: cell.modelData
                                 }
                             }
+                            onActiveFocusChanged: {
+                                if (activeFocus)
+                                    grid.show(cell)
+                            }
                             onClicked: grid.picked(modelData)
+                            Keys.onReturnPressed: clicked()
+                            Keys.onEnterPressed: clicked()
+                            Keys.onPressed: {
+                                if ([Qt.Key_Left, Qt.Key_Right, Qt.Key_Up, Qt.Key_Down].indexOf(event.key) !== -1) {
+                                    event.accepted = true
+                                    grid.move(cell, event.key)
+                                }
+                            }
                         }
                     }
                 }

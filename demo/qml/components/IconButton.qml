@@ -10,6 +10,7 @@ AbstractButton {
     property color iconColor: checked ? Theme.accent : Theme.inkSoft
     property color fill: "transparent"
     property real iconSize: 20
+    property real radius: Theme.radius
 
     implicitWidth: 36
     implicitHeight: 36
@@ -24,7 +25,7 @@ AbstractButton {
         }
     }
     background: Rectangle {
-        radius: Theme.radius
+        radius: button.radius
         color: button.fill
         border { width: button.visualFocus ? 2 : 0; color: Theme.accent }
 

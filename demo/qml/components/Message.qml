@@ -18,6 +18,7 @@ Item {
     required property string dayTitle
     required property bool follows
     required property string delivery
+    required property string attachment // as JSON, "" for none
 
     property int me
     property bool named: true
@@ -27,6 +28,7 @@ Item {
     readonly property bool notice: kind === "notice"
     readonly property Item bubble: notice ? null : bubbleLoader.item
     readonly property Item textItem: bubble ? bubble.textItem : noticeLoader.item
+    readonly property var file: attachment !== "" ? JSON.parse(attachment) : ({})
     readonly property real widest: Math.min(620, width * 0.72)
 
     signal selected(Item textItem)
@@ -36,6 +38,7 @@ Item {
     signal linkHovered(string link, Item near, real x, real y)
     signal hoverEnded()
     signal menuRequested(Item textItem, point at)
+    signal pictureClicked(string path)
 
     height: content.y + content.height
     ListView.onPooled: {
@@ -96,7 +99,8 @@ Item {
             x: row.own ? row.width - width - 24 : 64
             y: nameLabel.visible ? 20 : 0
             visible: !row.notice
-            sourceComponent: row.notice ? null : bubbleComponent
+            sourceComponent: ({ text: bubbleComponent, code: codeComponent, file: fileComponent,
+                                picture: pictureComponent })[row.kind] || null
         }
 
         Loader {
@@ -127,6 +131,45 @@ Item {
             onLinkHovered: row.linkHovered(link, near, x, y)
             onHoverEnded: row.hoverEnded()
             onMenuRequested: row.menuRequested(textItem, at)
+        }
+    }
+
+    Component {
+        id: codeComponent
+
+        CodeBubble {
+            own: row.own
+            widest: row.widest
+            text: row.body
+            highlight: row.highlight
+            clock: Format.clock(row.time)
+            delivery: row.own ? row.delivery : ""
+        }
+    }
+
+    Component {
+        id: fileComponent
+
+        FileBubble {
+            own: row.own
+            name: row.body
+            file: row.file
+            clock: Format.clock(row.time)
+            delivery: row.own ? row.delivery : ""
+        }
+    }
+
+    Component {
+        id: pictureComponent
+
+        PictureBubble {
+            own: row.own
+            name: row.body
+            file: row.file
+            widest: row.widest
+            clock: Format.clock(row.time)
+            delivery: row.own ? row.delivery : ""
+            onClicked: row.pictureClicked(row.file.path)
         }
     }
 

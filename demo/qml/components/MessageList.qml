@@ -21,6 +21,7 @@ ListView {
     signal linkHovered(string link, Item near, real x, real y)
     signal hoverEnded()
     signal menuRequested(Item textItem, point at)
+    signal pictureClicked(string path)
 
     verticalLayoutDirection: ListView.BottomToTop
     interactive: false
@@ -45,6 +46,7 @@ ListView {
         onLinkHovered: list.linkHovered(link, near, x, y)
         onHoverEnded: list.hoverEnded()
         onMenuRequested: list.menuRequested(textItem, at)
+        onPictureClicked: list.pictureClicked(path)
     }
 
     onAtNewestChanged: {

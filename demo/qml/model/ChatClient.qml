@@ -1,5 +1,5 @@
 import QtQuick 2.15
-import QtWebSockets 1.1
+import com.ostrel.im.component 1.0
 import "linkify.js" as Linkify
 import "people.js" as People
 import "sampledata.js" as SampleData
@@ -15,10 +15,11 @@ Item {
     property string startWith // the conversation to open first
 
     readonly property string userName: People.nameOf(user)
-    readonly property bool connected: socket.status === WebSocket.Open
+    readonly property bool connected: socket.isConnected
     property var onlineUsers: []
     readonly property alias conversations: conversationModel
     property string currentId: ""
+    property var tags: [] // of the open conversation
     readonly property var current: conversation(currentId)
     readonly property alias messages: messageModel
 
@@ -37,7 +38,7 @@ Item {
             conversationModel.append(rowOf(entry))
         sortConversations()
         open(startWith)
-        socket.active = true
+        socket.open()
     }
 
     function conversation(id) {
@@ -56,23 +57,44 @@ Item {
         if (id === currentId)
             return
         currentId = id
-        messageModel.fill(Store.load(database, id))
+        const history = Store.load(database, id)
+        messageModel.fill(history)
+        tags = Linkify.tags(history)
         conversationModel.setProperty(indexOf(id), "unread", 0)
     }
 
-    // Sends what somebody typed; the history has it at once, the tick follows when the service has it.
-    function send(text) {
-        const body = text.replace(/\r\n?/g, "\n").trim()
-        if (body === "" || currentId === "")
-            return ""
-        const message = { id: [user, Date.now(), ++serial].join("-"), conversation: currentId, author: user,
-                          text: body, blocks: Linkify.blocks(body), kind: "text", time: Date.now() }
+    // Sends what somebody wrote: the text with its mentions, then each file. A text between two lines of "```" is a
+    // piece of code.
+    function send(text, mentions, files) {
+        const body = text.replace(/\r\n?/g, "\n")
+        const code = /^```\n?([^]*?)\n?```$/.exec(body)
+        if (code)
+            post({ text: code[1], blocks: [], kind: "code" })
+        else if (body.trim() !== "")
+            post({ text: body, blocks: Linkify.blocks(body, mentions), kind: "text" })
+        for (const file of files || [])
+            post(fileMessage(file))
+    }
+
+    // Both windows are on one machine, so that the path is all that a receiver needs.
+    function fileMessage(path) {
+        const info = ImUtil.getFileInfo(path)
+        const size = ImUtil.imageSize(path)
+        const isPicture = ImUtil.isImageFormat(path)
+        return { text: info.fileName, blocks: [], kind: isPicture ? "picture" : "file",
+                 attachment: { path: info.filePath, bytes: info.size, changed: Number(info.lastModified),
+                               width: isPicture ? size.width : 0, height: isPicture ? size.height : 0 } }
+    }
+
+    // The history has a message at once, the tick follows when the service has it.
+    function post(content) {
+        if (currentId === "")
+            return
+        const message = Object.assign({ id: [user, Date.now(), ++serial].join("-"), conversation: currentId, author: user,
+                                        time: Date.now() }, content)
         keep(message, connected ? "sending" : "failed")
-        if (connected) {
-            socket.sendTextMessage(JSON.stringify({ type: "message", id: message.id, conversation: message.conversation,
-                                                    text: message.text, blocks: message.blocks }))
-        }
-        return message.id
+        if (connected)
+            socket.sendTextMessage(JSON.stringify(Object.assign({ type: "message" }, message)))
     }
 
     function keep(message, delivery) {
@@ -96,7 +118,7 @@ Item {
     }
 
     function previewOf(message) {
-        const text = Linkify.preview(message.text)
+        const text = (({ picture: "🖼️ ", file: "📎 ", code: "💻 " })[message.kind] || "") + Linkify.preview(message.text)
         if (message.kind === "notice")
             return text
         return (message.author === user ? "You" : People.nameOf(message.author)) + ": " + text
@@ -132,7 +154,8 @@ Item {
             break
         case "message":
             keep({ id: frame.id, conversation: frame.conversation, author: frame.author, text: frame.text,
-                   blocks: frame.blocks || [], kind: "text", time: frame.time }, "sent")
+                   blocks: frame.blocks || [], kind: frame.kind || "text", time: frame.time,
+                   attachment: frame.attachment || null }, "sent")
             client.received(frame.conversation, frame.id)
             break
         }
@@ -150,9 +173,8 @@ Item {
         id: socket
 
         url: client.serverUrl
-        active: false
-        onStatusChanged: {
-            if (status === WebSocket.Open)
+        onIsConnectedChanged: {
+            if (isConnected)
                 sendTextMessage(JSON.stringify({ type: "hello", user: client.user }))
         }
         onTextMessageReceived: client.receive(JSON.parse(message))

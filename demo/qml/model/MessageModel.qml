@@ -54,6 +54,7 @@ ListModel {
                       && message.time - previous.time < groupSpan
         return { messageId: message.id, author: message.author, body: message.text,
                  blocks: JSON.stringify(message.blocks), kind: message.kind, time: message.time,
-                 dayTitle: newDay ? Format.day(message.time) : "", follows: follows, delivery: delivery }
+                 dayTitle: newDay ? Format.day(message.time) : "", follows: follows, delivery: delivery,
+                 attachment: message.attachment ? JSON.stringify(message.attachment) : "" }
     }
 }

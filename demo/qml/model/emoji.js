@@ -12,3 +12,11 @@ const groups = [
 function all() {
     return groups.reduce((list, group) => list.concat(group.emoji.split(" ")), [])
 }
+
+// The name of an emoji: its code points.
+function keyOf(emoji) {
+    const points = []
+    for (let i = 0; i < emoji.length; i += emoji.codePointAt(i) > 0xffff ? 2 : 1)
+        points.push(emoji.codePointAt(i).toString(16))
+    return points.join("-")
+}

@@ -13,9 +13,10 @@ const tagPattern = /#[A-Za-z0-9_\u00c0-\u024f\u0400-\u04ff\u0600-\u06ff\u3040-\u
 const wordEnd = /[A-Za-z0-9_\u00c0-\u024f\u0600-\u06ff]$/
 const wordStart = /^[A-Za-z0-9_\u00c0-\u024f]/
 
-// The blocks of `text` in ascending order, without overlap, as `userBlocks` takes them.
-function blocks(text) {
-    const found = []
+// The blocks of `text` in ascending order, without overlap, as `userBlocks` takes them. `known` blocks, which the
+// author chose, come first.
+function blocks(text, known) {
+    const found = known ? known.slice() : []
     const add = (start, length, type, data) => {
         const taken = found.some(other => start < other.start + other.length && other.start < start + length)
         if (!taken)
@@ -34,6 +35,18 @@ function blocks(text) {
             add(at, word.length, kind.tag, word)
     })
     return found.sort((a, b) => a.start - b.start)
+}
+
+// The tags of `messages`, each once.
+function tags(messages) {
+    const found = []
+    for (const message of messages) {
+        for (const block of message.blocks) {
+            if (block.type === kind.tag && found.indexOf(block.data) === -1)
+                found.push(block.data)
+        }
+    }
+    return found.sort()
 }
 
 function addMentions(text, person, add) {

@@ -10,6 +10,10 @@ const everyone = [
     { id: 6, name: "Priya", role: "Quality" },
 ]
 
+function exists(id) {
+    return everyone.some(person => person.id === id)
+}
+
 function byId(id) {
     return everyone.find(person => person.id === id) || { id: id, name: "Someone", role: "" }
 }

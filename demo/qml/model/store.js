@@ -8,7 +8,11 @@ function open(user) {
     database.transaction(tx => {
         tx.executeSql("CREATE TABLE IF NOT EXISTS messages (id TEXT PRIMARY KEY, conversation TEXT NOT NULL, "
                       + "author INTEGER NOT NULL, text TEXT NOT NULL, blocks TEXT NOT NULL, kind TEXT NOT NULL, "
-                      + "time REAL NOT NULL)")
+                      + "time REAL NOT NULL, attachment TEXT NOT NULL DEFAULT '')")
+        // Histories of earlier versions have no attachments.
+        const made = tx.executeSql("SELECT sql FROM sqlite_master WHERE name = 'messages'").rows.item(0).sql
+        if (made.indexOf("attachment") === -1)
+            tx.executeSql("ALTER TABLE messages ADD COLUMN attachment TEXT NOT NULL DEFAULT ''")
         tx.executeSql("CREATE INDEX IF NOT EXISTS messages_by_time ON messages (conversation, time)")
     })
     return database
@@ -30,9 +34,10 @@ function clear(database) {
 function save(database, messages) {
     database.transaction(tx => {
         for (const message of messages) {
-            tx.executeSql("INSERT OR REPLACE INTO messages VALUES (?, ?, ?, ?, ?, ?, ?)",
+            tx.executeSql("INSERT OR REPLACE INTO messages VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
                           [message.id, message.conversation, message.author, message.text,
-                           JSON.stringify(message.blocks), message.kind, message.time])
+                           JSON.stringify(message.blocks), message.kind, message.time,
+                           message.attachment ? JSON.stringify(message.attachment) : ""])
         }
     })
 }
@@ -62,5 +67,6 @@ function last(database, conversation) {
 
 function fromRow(row) {
     return { id: row.id, conversation: row.conversation, author: row.author, text: row.text,
-             blocks: JSON.parse(row.blocks), kind: row.kind, time: row.time }
+             blocks: JSON.parse(row.blocks), kind: row.kind, time: row.time,
+             attachment: row.attachment ? JSON.parse(row.attachment) : null }
 }

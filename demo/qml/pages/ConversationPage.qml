@@ -17,6 +17,8 @@ Item {
     readonly property alias menu: menu
     readonly property alias newestButton: newestButton
     property var matches: []
+    property string shownId
+    property var drafts: ({}) // what was being written, by conversation
 
     function openSearch(words) {
         searchBar.visible = true
@@ -44,12 +46,20 @@ Item {
             messageList.jumpTo(matches[0])
     }
 
+    function exchangeDraft() {
+        if (shownId !== "")
+            drafts[shownId] = composer.draft()
+        shownId = client.currentId
+        composer.restore(drafts[shownId])
+    }
+
     Connections {
         target: page.client
 
         function onCurrentIdChanged() {
             if (searchBar.visible)
                 page.closeSearch()
+            page.exchangeDraft()
             messageList.missed = 0
             Qt.callLater(messageList.showNewest)
         }
@@ -130,10 +140,13 @@ Item {
 
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         placeholder: qsTr("Write a message")
+        people: page.client.current ? page.client.current.members.filter(member => member !== page.client.user) : []
+        tags: page.client.tags
         onSent: {
-            page.client.send(text)
+            page.client.send(text, mentions, files)
             messageList.showNewest()
         }
+        onRefused: toast.show(why)
     }
 
     HoverCard {

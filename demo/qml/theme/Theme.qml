@@ -19,6 +19,7 @@ QtObject {
     readonly property color accentDark: "#2f59d0"
     readonly property color accentSoft: "#e6edff"
     readonly property color online: "#25b36c"
+    readonly property color warning: "#d64545"
 
     readonly property color bubble: "#ffffff"
     readonly property color ownBubble: "#dce7ff"
@@ -34,6 +35,7 @@ QtObject {
     ]
 
     readonly property string family: Qt.application.font.family
+    readonly property string codeFamily: Qt.fontFamilies().indexOf("Noto Sans Mono") !== -1 ? "Noto Sans Mono" : "monospace"
     readonly property font messageFont: Qt.font({ family: family, pixelSize: 15 })
     readonly property font previewFont: Qt.font({ family: family, pixelSize: 13 })
     readonly property font noticeFont: Qt.font({ family: family, pixelSize: 12 })

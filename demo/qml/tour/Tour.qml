@@ -138,14 +138,100 @@ QtObject {
         { name: "the emoji page", act: () => alice.page = "emoji",
           until: () => alice.emojiPage.visible, picture: "emoji" },
         { name: "an emoji goes into the composer", act: () => robot.click(alice.emojiPage, 18 + 27, 64 + 50),
-          until: () => alice.page === "chats" && alice.conversation.composer.text === "😀" },
+          until: () => alice.page === "chats" && alice.conversation.composer.input.content === "😀" },
 
-        { name: "the picker", act: () => robot.click(alice.conversation.composer, 44, 32),
+        { name: "the picker", act: () => robot.click(alice.conversation.composer.emojiButton, 18, 18),
           until: () => alice.conversation.composer.picker.opened, picture: "picker" },
         { name: "Escape closes the picker", act: () => robot.key(alice, Qt.Key_Escape),
           until: () => !alice.conversation.composer.picker.visible },
+
+        { name: "an @ offers the people of the conversation",
+          act: () => { alice.conversation.composer.clear(); openRow(alice, "aurora");
+                       robot.click(alice.conversation.composer.input, 40, 15); robot.type(alice, "Ask @") },
+          until: () => alice.conversation.composer.completion.open
+                       && alice.conversation.composer.completion.entries.length === 5, picture: "mentions" },
+        { name: "letters narrow the offer and Return takes it",
+          act: () => { robot.type(alice, "b"); robot.key(alice, Qt.Key_Return) },
+          until: () => alice.conversation.composer.input.untrimmedContent === "Ask @Bob "
+                       && alice.conversation.composer.input.aiteList()[0].userId === 2 },
+        { name: "a key takes a whole mention away",
+          act: () => { robot.key(alice, Qt.Key_Backspace); robot.key(alice, Qt.Key_Backspace) },
+          until: () => alice.conversation.composer.input.untrimmedContent === "Ask " },
+        { name: "the arrow keys choose from the offer",
+          act: () => { robot.type(alice, "@"); robot.key(alice, Qt.Key_Down); robot.key(alice, Qt.Key_Return) },
+          until: () => alice.conversation.composer.input.content === "Ask @李梅" },
+        { name: "a # offers tags", act: () => robot.type(alice, "about #a"),
+          until: () => alice.conversation.composer.completion.open
+                       && alice.conversation.composer.completion.entries[0].value === "#aurora", picture: "tags" },
+        { name: "Tab takes a tag", act: () => robot.key(alice, Qt.Key_Tab),
+          until: () => alice.conversation.composer.input.content === "Ask @李梅 about #aurora"
+                       && !alice.conversation.composer.completion.open },
+        { name: "Ctrl+E opens the emoji", act: () => robot.key(alice, Qt.Key_E, Qt.ControlModifier),
+          until: () => alice.conversation.composer.picker.opened },
+        { name: "keys pick an emoji",
+          act: () => [Qt.Key_Right, Qt.Key_Right, Qt.Key_Down, Qt.Key_Up, Qt.Key_Return].forEach(key => robot.key(alice, key)),
+          until: () => alice.conversation.composer.input.content === "Ask @李梅 about #aurora 😄"
+                       && !alice.conversation.composer.picker.visible && alice.conversation.composer.input.activeFocus },
+        { name: "a copied picture and dropped files become attachments",
+          act: () => {
+              robot.copyPicture()
+              robot.key(alice, Qt.Key_V, Qt.ControlModifier)
+              robot.drop(alice.conversation.composer.input, 40, 15, [robot.makeFile("spacing notes.txt", "8 above, 3 below.\n".repeat(90))])
+          },
+          until: () => alice.conversation.composer.attachments.count === 2
+                       && alice.conversation.composer.attachments.get(0).isPicture
+                       && alice.conversation.composer.attachments.get(1).bytes === 1620, picture: "attachments" },
+        { name: "a draft stays behind", act: () => openRow(alice, "1-2"),
+          until: () => alice.conversation.composer.empty },
+        { name: "and comes back", act: () => openRow(alice, "aurora"),
+          until: () => alice.conversation.composer.input.content === "Ask @李梅 about #aurora 😄"
+                       && alice.conversation.composer.input.aiteList()[0].userId === 3
+                       && alice.conversation.composer.attachments.count === 2 },
+        { name: "text, picture and file are sent",
+          act: () => { bob.client.open("aurora"); alice.conversation.composer.takeFocus(); robot.key(alice, Qt.Key_Return) },
+          until: () => ["text", "picture", "file"].every((kind, i) => alice.client.messages.get(2 - i).kind === kind
+                                                                      && bob.client.messages.get(2 - i).kind === kind)
+                       && alice.client.messages.get(0).delivery === "sent"
+                       && JSON.parse(bob.client.messages.get(2).blocks).map(block => block.data).join() === "3,#aurora"
+                       && alice.conversation.composer.empty && alice.conversation.composer.recentEmoji[0] === "😄",
+          picture: "sent" },
+        { name: "the menu of what was sent",
+          act: () => { textItem = textAt(alice, 2); robot.click(textItem, 60, 12, Qt.RightButton) },
+          until: () => alice.conversation.menu.opened },
+        { name: "a message is copied",
+          act: () => { const entry = alice.conversation.menu.itemAt(1); robot.click(entry, entry.width / 2, entry.height / 2) },
+          until: () => robot.clipboardText() === "Ask @李梅 about #aurora 😄" && !alice.conversation.menu.visible },
+        { name: "a mention survives copy and paste",
+          act: () => {
+              robot.click(alice.conversation.composer.input, 40, 15)
+              robot.key(alice, Qt.Key_V, Qt.ControlModifier)
+          },
+          until: () => alice.conversation.composer.input.content === "Ask @李梅 about #aurora 😄"
+                       && alice.conversation.composer.input.aiteList()[0].userId === 3 },
+        { name: "the counter appears near the limit",
+          act: () => alice.conversation.composer.input.insertText("a line of words ".repeat(239)),
+          until: () => alice.conversation.composer.counter.visible && alice.conversation.composer.counter.remaining > 0,
+          picture: "counter" },
+        { name: "code is sent as code",
+          act: () => {
+              alice.conversation.composer.clear()
+              const code = ["```", "// @Bob: the lines of one bubble", "int lineCount(const Layout &layout)", "{",
+                            "    return layout.lines().size();", "}", "```"]
+              code.forEach((line, i) => {
+                  robot.type(alice, line)
+                  robot.key(alice, Qt.Key_Return, i < code.length - 1 ? Qt.ShiftModifier : Qt.NoModifier)
+              })
+          },
+          until: () => bob.client.messages.get(0).kind === "code"
+                       && bob.client.messages.get(0).body.startsWith("// @Bob") && bob.client.messages.get(0).body.endsWith("}") },
+        { name: "a search marks what it finds in code",
+          act: () => { robot.key(alice, Qt.Key_F, Qt.ControlModifier); robot.type(alice, "layout") },
+          until: () => alice.conversation.matches.indexOf(0) === 0 && alice.conversation.list.highlight === "layout",
+          picture: "code" },
+        { name: "the search ends", act: () => robot.key(alice, Qt.Key_Escape),
+          until: () => !alice.conversation.searchBar.visible },
         { name: "a message of 100,000 characters",
-          act: () => { alice.conversation.composer.input.clear(); openRow(alice, "night") },
+          act: () => { alice.conversation.composer.clear(); openRow(alice, "night") },
           until: () => isLaidOut(alice, 0) },
         { name: "the long message is laid out", act: () => jumpTo(alice, "Chapter 1"),
           until: () => isTextFound("Chapter 1") && textItem.text.length === 100000 && textItem.lineCount > 1000 },
