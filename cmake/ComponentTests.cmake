@@ -8,7 +8,7 @@ set(COMPONENT_TEST_ENVIRONMENT
     "QML2_IMPORT_PATH=${COMPONENT_QML_IMPORT_DIR}"
     "LC_ALL=C.UTF-8"
     "QT_LOGGING_RULES=qt.qpa.*=false"
-    "ASAN_OPTIONS=detect_leaks=0:abort_on_error=1:strict_string_checks=1"
+    "ASAN_OPTIONS=detect_leaks=0:abort_on_error=1"
     "UBSAN_OPTIONS=print_stacktrace=1"
     "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp:halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1")
 
