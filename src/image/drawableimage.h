@@ -93,7 +93,7 @@ public Q_SLOTS:
     void setOpacity(double opacity);
     void setScale(double scale);
     void setDarkMode(bool darkMode);
-    void setFillMode(FillMode fillMode);
+    void setFillMode(DrawableImage::FillMode fillMode);
     void setBlurRatio(int blurRatio);
     void setGradientRotation(int gradientRotation);
 
@@ -109,7 +109,7 @@ Q_SIGNALS:
     void opacityChanged(double opacity);
     void scaleChanged(double scale);
     void darkModeChanged(bool darkMode);
-    void fillModeChanged(FillMode fillMode);
+    void fillModeChanged(DrawableImage::FillMode fillMode);
     void blurRatioChanged(int blurRatio);
     void gradientRotationChanged(int gradientRotation);
 

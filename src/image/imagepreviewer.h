@@ -56,8 +56,8 @@ public:
 public Q_SLOTS:
     void setSource(const QString &source);
     void setBackgroundSource(const QString &backgroundSource);
-    void setStatusSource(Status statusSource);
-    void setStatusBackground(Status statusBackground);
+    void setStatusSource(ImagePreviewer::Status statusSource);
+    void setStatusBackground(ImagePreviewer::Status statusBackground);
     void setSourceSize(const QSize &sourceSize);
     void setBlurRadius(double blurRadius);
     void setBoundaryItem(QQuickItem *boundaryItem);
@@ -77,8 +77,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     void sourceChanged(QString source);
     void backgroundSourceChanged(QString backgroundSource);
-    void statusSourceChanged(Status statusSource);
-    void statusBackgroundChanged(Status statusBackground);
+    void statusSourceChanged(ImagePreviewer::Status statusSource);
+    void statusBackgroundChanged(ImagePreviewer::Status statusBackground);
     void sourceSizeChanged(QSize sourceSize);
     void blurRadiusChanged(double blurRadius);
     void boundaryItemChanged(QQuickItem *boundaryItem);

@@ -71,10 +71,10 @@ public Q_SLOTS:
     void setBackgroundSource(const QString &backgroundSource);
     void setBlurRadius(double blurRadius);
     void setCache(bool cache);
-    void setSourceFillMode(FillMode sourceFillMode);
-    void setBackgroundFillMode(FillMode backgroundFillMode);
-    void setStatusSource(Status statusSource);
-    void setStatusBackground(Status statusBackground);
+    void setSourceFillMode(ImageRender::FillMode sourceFillMode);
+    void setBackgroundFillMode(ImageRender::FillMode backgroundFillMode);
+    void setStatusSource(ImageRender::Status statusSource);
+    void setStatusBackground(ImageRender::Status statusBackground);
     void setSourceSize(const QSize &sourceSize);
     void setTopLeftRadius(double topLeftRadius);
     void setTopRightRadius(double topRightRadius);
@@ -88,17 +88,17 @@ public Q_SLOTS:
     void updatePath();
     /// The part of the item that `image` covers in `mode`, and the part of the image that is seen, in
     /// fractions of their sizes.
-    QList<QRectF> calcImageDisplayArea(QImage image, FillMode mode);
+    QList<QRectF> calcImageDisplayArea(QImage image, ImageRender::FillMode mode);
 
 Q_SIGNALS:
     void sourceChanged(QString source);
     void backgroundSourceChanged(QString backgroundSource);
     void blurRadiusChanged(double blurRadius);
     void cacheChanged(bool cache);
-    void sourceFillModeChanged(FillMode sourceFillMode);
-    void backgroundFillModeChanged(FillMode backgroundFillMode);
-    void statusSourceChanged(Status statusSource);
-    void statusBackgroundChanged(Status statusBackground);
+    void sourceFillModeChanged(ImageRender::FillMode sourceFillMode);
+    void backgroundFillModeChanged(ImageRender::FillMode backgroundFillMode);
+    void statusSourceChanged(ImageRender::Status statusSource);
+    void statusBackgroundChanged(ImageRender::Status statusBackground);
     void sourceSizeChanged(QSize sourceSize);
     void topLeftRadiusChanged(double topLeftRadius);
     void topRightRadiusChanged(double topRightRadius);

@@ -5,6 +5,16 @@
 #include <QGraphicsScene>
 #include <QPainter>
 
+#include <algorithm>
+
+namespace {
+
+/// The effect works on a picture that is larger by two and a half radii on each side. Beyond this radius it
+/// would take gigabytes, for a picture that is an even haze already.
+constexpr double greatestRadius = 1000.0;
+
+} // namespace
+
 QPixmap blurPixmap(const QPixmap &pixmap, double radius)
 {
     if (pixmap.isNull())
@@ -12,7 +22,7 @@ QPixmap blurPixmap(const QPixmap &pixmap, double radius)
     QGraphicsScene scene;
     auto *item = new QGraphicsPixmapItem(pixmap);
     auto *effect = new QGraphicsBlurEffect;
-    effect->setBlurRadius(radius);
+    effect->setBlurRadius(std::min(radius, greatestRadius));
     effect->setBlurHints(QGraphicsBlurEffect::AnimationHint);
     item->setGraphicsEffect(effect);
     scene.addItem(item);

@@ -57,7 +57,7 @@ public Q_SLOTS:
     void setRadiusTopRight(double radiusTopRight);
     void setRadiusBottomLeft(double radiusBottomLeft);
     void setRadiusBottomRight(double radiusBottomRight);
-    void setFillMode(FillMode fillMode);
+    void setFillMode(RoundedImage::FillMode fillMode);
     void setCache(bool cache);
     void setSourceSize(const QSize &sourceSize);
 
@@ -68,7 +68,7 @@ Q_SIGNALS:
     void radiusTopRightChanged(double radiusTopRight);
     void radiusBottomLeftChanged(double radiusBottomLeft);
     void radiusBottomRightChanged(double radiusBottomRight);
-    void fillModeChanged(FillMode fillMode);
+    void fillModeChanged(RoundedImage::FillMode fillMode);
     void cacheChanged(bool cache);
     void sourceSizeChanged(QSize sourceSize);
 
