@@ -2,6 +2,7 @@
 
 #include "text/placeholders.h"
 
+#include <QHash>
 #include <QSet>
 #include <QTextCharFormat>
 #include <QTextDocument>
@@ -15,29 +16,49 @@ namespace {
 
 constexpr int mentionType = 3; ///< user block type of a mention
 
-/// Goes through the document's own table of fragments, which has line ends in it too: the public iterators
-/// leave them out, and a cursor per character is far too slow for a key press.
-template <typename Visitor>
-void visitFragments(const QTextDocument &document, int from, int to, Visitor visit)
-{
-    const QTextDocumentPrivate *pieces = document.docHandle();
-    const int end = std::min(to, length(document));
-    int position = std::max(from, 0);
-    while (position < end) {
-        const QTextDocumentPrivate::FragmentIterator fragment = pieces->find(position);
-        const int fragmentEnd = std::min(end, int(fragment.position() + fragment.size()));
-        const int offset = position - fragment.position();
-        visit(position,
-              pieces->buffer().mid(fragment.value()->stringPosition + offset, fragmentEnd - position),
-              fragment.value()->format);
-        position = fragmentEnd;
-    }
-}
-
 QTextCharFormat formatOfIndex(const QTextDocument &document, int index)
 {
     return document.docHandle()->formatCollection()->charFormat(index);
 }
+
+Style styleOf(const QTextCharFormat &format)
+{
+    Style style;
+    style.emoji = emojiOf(format);
+    style.serial = serialOf(format);
+    if (style.serial)
+        style.mention = format.property(MentionProperty).toMap();
+    return style;
+}
+
+/// The styles that one walk meets, by the index of their format: emoji repeat, and properties of a format are
+/// slow to look up. Not kept longer, because clearing a document gives its indexes to other formats.
+class Styles
+{
+public:
+    explicit Styles(const QTextDocument &document)
+        : document(document)
+    {}
+
+    const Style &at(int formatIndex)
+    {
+        if (!known.contains(formatIndex))
+            known.insert(formatIndex, styleOf(formatOfIndex(document, formatIndex)));
+        return *known.constFind(formatIndex);
+    }
+
+private:
+    const QTextDocument &document;
+    QHash<int, Style> known;
+};
+
+/// A mention of the message while it is being read.
+struct FoundMention
+{
+    int start = 0;
+    int length = 0;
+    QVariant userId;
+};
 
 } // namespace
 
@@ -50,8 +71,7 @@ QTextCharFormat formatAt(const QTextDocument &document, int position)
 {
     if (position < 0 || position >= length(document))
         return {};
-    const QTextDocumentPrivate *pieces = document.docHandle();
-    return formatOfIndex(document, pieces->find(position).value()->format);
+    return formatOfIndex(document, document.docHandle()->find(position).value()->format);
 }
 
 std::optional<Emoji> emojiOf(const QTextCharFormat &format)
@@ -74,68 +94,80 @@ std::optional<uint> serialAt(const QTextDocument &document, int position)
     return serialOf(formatAt(document, position));
 }
 
+bool isLineEnd(QChar c)
+{
+    return c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
+}
+
+void Run::appendSource(QString &to) const
+{
+    for (const QChar c : text) {
+        if (style.emoji && c == emojiPlaceholder)
+            to += style.emoji->source;
+        else
+            to += isLineEnd(c) ? QChar(QLatin1Char('\n')) : c;
+    }
+}
+
 QString Run::source() const
 {
-    if (!emoji)
-        return text;
     QString source;
-    for (const QChar c : text) {
-        if (c == emojiPlaceholder)
-            source += emoji->source;
-        else
-            source += c;
-    }
+    source.reserve(int(text.size()));
+    appendSource(source);
     return source;
 }
 
-QVector<Run> runs(const QTextDocument &document, int from, int to)
+// Goes through the document's own table of fragments, which has line ends in it too: the public iterators
+// leave them out, and a cursor per character is far too slow for a key press.
+void visitRuns(const QTextDocument &document, int from, int to,
+               const std::function<void(const Run &)> &visitor)
 {
-    QVector<Run> result;
-    visitFragments(document, from, to, [&](int position, QString text, int formatIndex) {
-        Run run;
-        run.position = position;
-        run.text = std::move(text);
-        std::replace_if(
-            run.text.begin(), run.text.end(),
-            [](QChar c) { return c == QChar::ParagraphSeparator || c == QChar::LineSeparator; },
-            QLatin1Char('\n'));
-        const QTextCharFormat format = formatOfIndex(document, formatIndex);
-        run.emoji = emojiOf(format);
-        run.serial = serialOf(format);
-        if (run.serial)
-            run.mention = format.property(MentionProperty).toMap();
-        result.append(run);
-    });
-    return result;
+    const QTextDocumentPrivate *pieces = document.docHandle();
+    const QString buffer = pieces->buffer();
+    const int end = std::min(to, length(document));
+    Styles styles(document);
+    int position = std::max(from, 0);
+    if (position >= end)
+        return;
+    for (auto fragment = pieces->find(position); position < end; ++fragment) {
+        const int offset = position - fragment.position();
+        const int size = std::min(end - position, int(fragment.size()) - offset);
+        visitor({position, QStringView(buffer).mid(fragment.value()->stringPosition + offset, size),
+                 styles.at(fragment.value()->format)});
+        position += size;
+    }
 }
 
 Message read(const QTextDocument &document)
 {
     Message message;
-    QVector<uint> serials;
-    QVariantList data;
-    // Where each mention starts in the message, and its text. A run of a number that was seen before belongs
-    // to the last mention, wherever it stands.
-    QVector<QPair<int, QString>> found;
+    message.text.reserve(length(document));
+    QSet<uint> serials;
+    // A run of a number that was seen before belongs to the last mention, wherever it stands.
+    QVector<FoundMention> found;
+    QSet<uint> foundSerials;
 
-    const QVector<Run> all = runs(document, 0, length(document));
-    for (const Run &run : all) {
-        const QString source = run.source();
-        if (run.serial) {
-            if (!serials.contains(*run.serial)) {
-                serials.append(*run.serial);
-                data.append(run.mention);
-                found.append({message.text.size(), source});
-            } else {
-                found.last().second += source;
-            }
+    visitRuns(document, 0, length(document), [&](const Run &run) {
+        const int start = message.text.size();
+        run.appendSource(message.text);
+        if (!run.style.serial)
+            return;
+        serials.insert(*run.style.serial);
+        const auto first = std::find_if_not(run.text.begin(), run.text.end(), isLineEnd);
+        if (first == run.text.end())
+            return;
+        if (!foundSerials.contains(*run.style.serial)) {
+            foundSerials.insert(*run.style.serial);
+            const int lineEnds = int(first - run.text.begin());
+            found.append({start + lineEnds, 0, run.style.mention.value(QStringLiteral("userId"))});
         }
-        message.text += source;
-    }
-    for (int i = 0; i < found.size(); ++i) {
-        const QVariantMap mention = data.at(i).toMap();
-        message.blocks.append({found.at(i).first, found.at(i).second.size(), mentionType,
-                               mention.value(QStringLiteral("userId"))});
+        const auto lineEnds = std::count_if(run.text.begin(), run.text.end(), isLineEnd);
+        found.last().length += message.text.size() - start - int(lineEnds);
+    });
+    // A mention of line ends alone is one of the list without a place in the message: then none has a place.
+    if (found.size() == serials.size()) {
+        for (const FoundMention &mention : qAsConst(found))
+            message.blocks.append({mention.start, mention.length, mentionType, mention.userId});
     }
     message.text = withPlainSpaces(message.text);
     return message;
@@ -145,27 +177,30 @@ QVariantList mentions(const QTextDocument &document)
 {
     QVariantList list;
     QSet<uint> seen;
-    const QVector<Run> all = runs(document, 0, length(document));
-    for (const Run &run : all) {
-        if (run.serial && !seen.contains(*run.serial)) {
-            seen.insert(*run.serial);
-            list.append(run.mention);
+    visitRuns(document, 0, length(document), [&](const Run &run) {
+        if (run.style.serial && !seen.contains(*run.style.serial)) {
+            seen.insert(*run.style.serial);
+            list.append(run.style.mention);
         }
-    }
+    });
     return list;
 }
 
 QVariantList latestEmojis(const QTextDocument &document)
 {
+    QVector<Emoji> emojis;
+    visitRuns(document, 0, length(document), [&](const Run &run) {
+        if (run.style.emoji)
+            emojis.append(*run.style.emoji);
+    });
     QVariantList list;
     QSet<QString> seen;
-    const QVector<Run> all = runs(document, 0, length(document));
-    for (auto run = all.crbegin(); run != all.crend(); ++run) {
-        if (!run->emoji || seen.contains(run->emoji->source))
+    for (auto emoji = emojis.crbegin(); emoji != emojis.crend(); ++emoji) {
+        if (seen.contains(emoji->source))
             continue;
-        seen.insert(run->emoji->source);
-        list.append(QVariantMap{{QStringLiteral("unicode"), run->emoji->key},
-                                {QStringLiteral("emoji"), run->emoji->source}});
+        seen.insert(emoji->source);
+        list.append(
+            QVariantMap{{QStringLiteral("unicode"), emoji->key}, {QStringLiteral("emoji"), emoji->source}});
     }
     return list;
 }
@@ -173,9 +208,7 @@ QVariantList latestEmojis(const QTextDocument &document)
 QString sourceText(const QTextDocument &document, int from, int to)
 {
     QString text;
-    const QVector<Run> all = runs(document, from, to);
-    for (const Run &run : all)
-        text += run.source();
+    visitRuns(document, from, to, [&text](const Run &run) { run.appendSource(text); });
     return text;
 }
 

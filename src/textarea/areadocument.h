@@ -3,9 +3,11 @@
 #include "text/usertextblock.h"
 
 #include <QString>
+#include <QStringView>
 #include <QTextFormat>
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 
 class QTextCharFormat;
@@ -43,27 +45,37 @@ struct Emoji
 /// Number of characters, without the one that ends every document.
 [[nodiscard]] int length(const QTextDocument &document);
 
-/// A run of characters of one format.
-struct Run
+/// What a character format says about its characters.
+struct Style
 {
-    int position = 0;           ///< in the document
-    QString text;               ///< as it stands there, a line end as "\n"
-    std::optional<Emoji> emoji; ///< set on a run of emoji placeholders
+    std::optional<Emoji> emoji; ///< set on emoji placeholders
     std::optional<uint> serial;
     QVariantMap mention; ///< data of the mention, where there is a serial
-
-    /// The run as it would be sent, but for the placeholders of spaces and tabs.
-    [[nodiscard]] QString source() const;
 };
 
-/// The runs of the characters from `from` to `to`, the latter excluded.
-[[nodiscard]] QVector<Run> runs(const QTextDocument &document, int from, int to);
+/// Characters of one format, as they stand in the document. Line ends are U+2029 and U+2028 there.
+struct Run
+{
+    int position = 0;
+    QStringView text; ///< valid until the document changes
+    const Style &style;
+
+    /// The run as it would be sent, but for the stand-ins of spaces and tabs.
+    [[nodiscard]] QString source() const;
+    void appendSource(QString &to) const;
+};
+[[nodiscard]] bool isLineEnd(QChar c);
+
+/// Calls `visitor` for the runs of the characters from `from` to `to`, the latter excluded. It must not
+/// change the document.
+void visitRuns(const QTextDocument &document, int from, int to,
+               const std::function<void(const Run &)> &visitor);
 
 /// What the document says.
 struct Message
 {
     QString text;          ///< as it would be sent, blanks at the edges included
-    UserTextBlocks blocks; ///< its mentions; empty where runs of one number lie apart
+    UserTextBlocks blocks; ///< its mentions, without the line ends inside them
 };
 [[nodiscard]] Message read(const QTextDocument &document);
 

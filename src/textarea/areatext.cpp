@@ -30,6 +30,49 @@ int trailingReturns(const QString &text)
     return count;
 }
 
+/// A text with each emoji as one placeholder, and where its parts stand in the text itself.
+class CollapsedText
+{
+public:
+    explicit CollapsedText(const QString &source)
+        : source(source)
+    {
+        const EmojiParser parser(nullptr);
+        for (const QPair<int, int> &emoji : parser.emojiIndexes(source)) {
+            emojis.append({emoji.first - excess, excess});
+            excess += emoji.second - 1;
+        }
+    }
+
+    [[nodiscard]] int length() const { return source.size() - excess; }
+
+    /// The text from `from` to `to`, the latter excluded; both in the text.
+    [[nodiscard]] QString part(int from, int to) const
+    {
+        const int start = sourcePosition(from);
+        return source.mid(start, sourcePosition(to) - start);
+    }
+
+private:
+    struct Emoji
+    {
+        int position = 0;     ///< with each emoji as one
+        int excessBefore = 0; ///< of all emoji before it
+    };
+
+    [[nodiscard]] int sourcePosition(int position) const
+    {
+        const auto next =
+            std::lower_bound(emojis.cbegin(), emojis.cend(), position,
+                             [](const Emoji &emoji, int position) { return emoji.position < position; });
+        return position + (next == emojis.cend() ? excess : next->excessBefore);
+    }
+
+    QString source;
+    QVector<Emoji> emojis;
+    int excess = 0;
+};
+
 bool isContent(QChar c)
 {
     constexpr ushort privateLogo = 0xF8FF;
@@ -82,6 +125,27 @@ Prepared prepared(const QString &text)
         done = candidate.first + candidate.second;
     }
     appendPlain(text.mid(done));
+    return result;
+}
+
+QVector<Piece> pieces(const QString &text, const QVector<TextSpan> &mentions)
+{
+    const CollapsedText collapsed(text);
+    const qint64 length = collapsed.length();
+    QVector<Piece> result;
+    int end = 0;
+    for (const TextSpan &mention : mentions) {
+        const int from = int(qBound<qint64>(end, mention.from, length));
+        const int to = int(qBound<qint64>(from, qint64(mention.to) + 1, length));
+        if (from == to)
+            continue;
+        if (from > end)
+            result.append({collapsed.part(end, from), false, {}});
+        result.append({collapsed.part(from, to), true, mention.data});
+        end = to;
+    }
+    if (end < length)
+        result.append({collapsed.part(end, int(length)), false, {}});
     return result;
 }
 

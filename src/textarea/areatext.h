@@ -1,6 +1,7 @@
 #pragma once
 
 #include "areadocument.h"
+#include "text/textspan.h"
 
 #include <QString>
 #include <QVector>
@@ -22,6 +23,18 @@ struct Prepared
     QVector<std::optional<areadocument::Emoji>> emojis;
 };
 [[nodiscard]] Prepared prepared(const QString &text);
+
+/// A part of a text that comes with mentions.
+struct Piece
+{
+    QString text;
+    bool isMention = false;
+    QVariant data; ///< of the mention
+};
+/// `text` cut at its mentions, which have positions of `text` with each emoji as one. A part is in one piece
+/// only: of a mention that reaches into the one before, the rest counts, and one outside the text is left
+/// out.
+[[nodiscard]] QVector<Piece> pieces(const QString &text, const QVector<TextSpan> &mentions);
 
 /// Longer runs of line ends than `limit` cut down to it. A `limit` of -1 limits nothing.
 [[nodiscard]] QString withLimitedReturns(const QString &text, int limit);

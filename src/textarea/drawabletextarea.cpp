@@ -4,13 +4,7 @@
 
 #include "areadocument.h"
 #include "areatext.h"
-#include "mentionedges.h"
-#include "text/emojitext.h"
-#include "text/paragraphs.h"
-#include "text/placeholders.h"
-#include "text/userblocks.h"
 
-#include <emoji/emojiparser.h>
 #include <emoji/placeholderfont.h>
 
 #include <QFontMetricsF>
@@ -47,6 +41,15 @@ DrawableTextArea::DrawableTextArea(QQuickItem *parent)
             Qt::UniqueConnection);
     connect(this, &QQuickTextEdit::cursorPositionChanged, this, &DrawableTextArea::detectAfterMove);
     connect(this, &QQuickTextEdit::fontChanged, this, &DrawableTextArea::keepPlaceholderFonts);
+    // What moves the text without changing it moves the emoji.
+    const auto moving = {&QQuickTextEdit::contentSizeChanged, &QQuickTextEdit::paddingChanged,
+                         &QQuickTextEdit::leftPaddingChanged, &QQuickTextEdit::topPaddingChanged,
+                         &QQuickTextEdit::effectiveHorizontalAlignmentChanged};
+    for (const auto changed : moving)
+        connect(this, changed, this, &DrawableTextArea::relayoutOverlays);
+    connect(this, &QQuickTextEdit::verticalAlignmentChanged, this, &DrawableTextArea::relayoutOverlays);
+    connect(this, &QQuickItem::widthChanged, this, &DrawableTextArea::relayoutOverlays);
+    connect(this, &QQuickItem::heightChanged, this, &DrawableTextArea::relayoutOverlays);
     connect(this, &QQuickTextEdit::readOnlyChanged, this, &DrawableTextArea::acceptDropsAlways);
 
     d->spellingTimer.setSingleShot(true);
@@ -78,22 +81,27 @@ void DrawableTextArea::keepPlaceholderFonts()
 {
     QTextDocument *document = textDocumentOfItem();
     const QStringList families = emoji::withPlaceholders(font()).families();
-    const bool notifications = d->contentNotifications;
-    d->contentNotifications = false;
+    QVector<QPair<int, int>> outdated;
+    areadocument::visitRuns(*document, 0, areadocument::length(*document), [&](const areadocument::Run &run) {
+        const QStringList present =
+            areadocument::formatAt(*document, run.position).fontFamilies().toStringList();
+        if (!present.isEmpty() && present != families)
+            outdated.append({run.position, run.position + int(run.text.size())});
+    });
+    relayoutOverlays();
+    if (outdated.isEmpty())
+        return;
+    const Silence silence(*this);
     QTextCursor cursor(document);
     cursor.joinPreviousEditBlock();
-    for (const areadocument::Run &run : areadocument::runs(*document, 0, areadocument::length(*document))) {
-        QTextCharFormat format = areadocument::formatAt(*document, run.position);
-        if (format.fontFamilies().toStringList().isEmpty() ||
-            format.fontFamilies().toStringList() == families)
-            continue;
+    for (const QPair<int, int> &range : qAsConst(outdated)) {
+        QTextCharFormat format = areadocument::formatAt(*document, range.first);
         format.setFontFamilies(families);
-        cursor.setPosition(run.position);
-        cursor.setPosition(run.position + run.text.size(), QTextCursor::KeepAnchor);
+        cursor.setPosition(range.first);
+        cursor.setPosition(range.second, QTextCursor::KeepAnchor);
         cursor.setCharFormat(format);
     }
     cursor.endEditBlock();
-    d->contentNotifications = notifications;
 }
 
 // The base class refuses drops for reasons of its own; whether one is taken is `dropEnabled`'s to say.
@@ -180,229 +188,4 @@ QVariantList DrawableTextArea::latestEmojis()
 int DrawableTextArea::realCursorPos()
 {
     return areadocument::sourceText(*textDocumentOfItem(), 0, cursorPosition()).size();
-}
-
-// ---- writing the document
-
-bool DrawableTextArea::hasSelectedText() const
-{
-    return selectionStart() != selectionEnd();
-}
-
-bool DrawableTextArea::takesMore() const
-{
-    return d->maxCharacterCount == -1 || length() - d->selectedContent.size() < d->maxCharacterCount;
-}
-
-bool DrawableTextArea::isRefused(const QString &inserted) const
-{
-    if (!d->validator)
-        return false;
-    QString text = textDocumentOfItem()->toPlainText();
-    int position = cursorPosition();
-    if (hasSelectedText()) {
-        position = selectionStart();
-        text.remove(position, selectionEnd() - position);
-    }
-    text.insert(position, inserted);
-    return d->validator->validate(text, position) == QValidator::Invalid;
-}
-
-QString DrawableTextArea::limitReturns(const QString &text) const
-{
-    return d->aiteEnabled ? text : areatext::withLimitedReturns(text, d->maxContinuousReturn);
-}
-
-void DrawableTextArea::insertText(const QString &text)
-{
-    insertText(text, {}, nullptr);
-}
-
-void DrawableTextArea::insertText(const QString &text, const QVariantMap &aiteData)
-{
-    insertText(text, aiteData, nullptr);
-}
-
-void DrawableTextArea::insertText(const QString &text, const QVariantMap &aiteData, QTextCursor *givenCursor)
-{
-    if (!takesMore()) {
-        Q_EMIT maxCharacterCountReached();
-        return;
-    }
-    QTextDocument *document = textDocumentOfItem();
-    int current = length() - d->selectedContent.size();
-    areatext::Prepared prepared = areatext::prepared(areatext::normalised(text));
-    if (isRefused(prepared.text))
-        return;
-
-    QTextCursor ownCursor(document);
-    QTextCursor &cursor = givenCursor ? *givenCursor : ownCursor;
-    if (hasSelectedText()) {
-        const int from = selectionStart();
-        const int to = selectionEnd();
-        mentionedges::dissolve(*document, from, to);
-        cursor.setPosition(from);
-        cursor.setPosition(to, QTextCursor::KeepAnchor);
-        cursor.removeSelectedText();
-    } else {
-        cursor.setPosition(cursorPosition());
-    }
-
-    if (d->maxContinuousReturn != -1 && !d->aiteEnabled && areadocument::length(*document) > 0) {
-        const auto isReturn = [document](int position) {
-            return position >= 0 && document->characterAt(position) == QChar::ParagraphSeparator;
-        };
-        int before = 0;
-        while (isReturn(cursor.position() - 1 - before))
-            ++before;
-        int after = 0;
-        while (cursor.position() + after < areadocument::length(*document) &&
-               isReturn(cursor.position() + after))
-            ++after;
-        const std::optional<QString> fitting =
-            areatext::fittingReturns(prepared.text, d->maxContinuousReturn, before, after);
-        if (!fitting)
-            return;
-        prepared.text = *fitting;
-    }
-
-    if (!givenCursor) {
-        mentionedges::dissolve(*document, cursor.position(), cursor.position());
-        cursor.beginEditBlock();
-    }
-
-    // A mention that does not fit goes in as plain text.
-    QTextCharFormat plain;
-    const bool fits = d->maxCharacterCount == -1 || prepared.text.size() + current <= d->maxCharacterCount;
-    if (!aiteData.isEmpty() && fits) {
-        ++d->aiteSerial;
-        plain.setProperty(areadocument::MentionProperty, aiteData);
-        plain.setProperty(areadocument::SerialProperty, uint(d->aiteSerial));
-        bool isNumber = false;
-        const int userId = aiteData.value(QStringLiteral("userId")).toInt(&isNumber);
-        if (isNumber && userId > 0)
-            plain.setForeground(d->aiteColor);
-    }
-    QTextCharFormat placeholder = plain;
-    placeholder.setFontFamilies(emoji::withPlaceholders(font()).families());
-
-    int taken = prepared.text.size();
-    if (d->maxCharacterCount != -1)
-        taken = std::max(std::min(taken, d->maxCharacterCount - current), 0);
-    int emojiIndex = 0;
-    int from = 0;
-    const auto insertPlain = [&](int to) {
-        if (to > from)
-            cursor.insertText(prepared.text.mid(from, to - from), plain);
-        from = to;
-    };
-    for (int i = 0; i < taken; ++i) {
-        const QChar c = prepared.text.at(i);
-        if (c == tabPlaceholder) {
-            insertPlain(i);
-            cursor.insertText(c, placeholder);
-            ++from;
-        } else if (c == emojiPlaceholder) {
-            const std::optional<areadocument::Emoji> emoji = prepared.emojis.value(emojiIndex++);
-            if (!emoji)
-                continue;
-            insertPlain(i);
-            QTextCharFormat format = placeholder;
-            format.setProperty(areadocument::EmojiProperty, QStringList{emoji->key, emoji->source});
-            cursor.insertText(c, format);
-            ++from;
-        }
-    }
-    insertPlain(taken);
-    current += taken;
-
-    if (!givenCursor)
-        cursor.endEditBlock();
-    setNeedUpdateEmoji(true);
-    d->needUpdateSpelling = true;
-    if (d->maxCharacterCount != -1 && current >= d->maxCharacterCount)
-        Q_EMIT maxCharacterCountReached();
-}
-
-void DrawableTextArea::insertAite(const QString &displayText, const QVariantMap &data)
-{
-    d->contentNotifications = false;
-    insertText(displayText, data);
-    insertText(QStringLiteral(" "));
-    d->contentNotifications = true;
-    report();
-}
-
-void DrawableTextArea::insertEmojiByUnicode(const QString &unicode)
-{
-    if (preeditText().isEmpty())
-        insertText(EmojiParser::unicodeToEmoji(unicode));
-}
-
-void DrawableTextArea::setContent(const QString &content)
-{
-    const QString limited = limitReturns(content);
-    if (limited == this->content())
-        return;
-    const QString text = areatext::normalised(flattenUserBlocks(limited));
-
-    d->contentNotifications = false;
-    setText(QString());
-    if (!d->aiteEnabled) {
-        insertText(text);
-    } else {
-        const UserTextBlocks blocks = d->userBlocks;
-        int next = 0;
-        qint64 lineStart = 0;
-        const QStringList lines = drawabletext::readLines(text);
-        for (int i = 0; i < lines.size(); ++i) {
-            if (i > 0)
-                insertText(QStringLiteral("\n"));
-            const QString &line = lines.at(i);
-            const qint64 lineEnd = lineStart + line.size() + 1;
-            const drawabletext::EmojiPrefixes prefixes(line);
-            QVector<TextSpan> spans;
-            while (next < blocks.size() && blocks.at(next).start < lineEnd)
-                spans.append(drawabletext::lineSpan(blocks.at(next++), lineStart, prefixes));
-            insertWithMentions(line, spans);
-            lineStart = lineEnd;
-        }
-        d->userBlocks.clear();
-    }
-    d->contentNotifications = true;
-
-    if (d->spellcheckEnabled)
-        d->deferredSyncTimer.start();
-    else
-        report();
-    // A restored message is nothing to undo.
-    textDocumentOfItem()->clearUndoRedoStacks(QTextDocument::UndoAndRedoStacks);
-    Q_EMIT contentChanged(this->content());
-}
-
-void DrawableTextArea::setAiteData(const QVariant &aiteData)
-{
-    const UserTextBlocks blocks = userTextBlocksFrom(aiteData);
-    if (blocks == d->aiteBlocks)
-        return;
-    const QString present = d->untrimmedContent;
-    setText(QString());
-    insertText(present);
-    d->aiteBlocks = blocks;
-    textDocumentOfItem()->clearUndoRedoStacks(QTextDocument::UndoAndRedoStacks);
-    Q_EMIT aiteDataChanged(aiteData);
-}
-
-void DrawableTextArea::setUserBlocks(const QVariant &userBlocks)
-{
-    const UserTextBlocks blocks = userTextBlocksFrom(userBlocks);
-    if (blocks == d->userBlocks)
-        return;
-    d->userBlocks = blocks;
-    Q_EMIT userBlocksChanged(userBlocks);
-}
-
-QVariant DrawableTextArea::userBlocks() const
-{
-    return QVariant::fromValue(d->userBlocks);
 }

@@ -17,6 +17,11 @@
 
 class QMimeData;
 class QSGSimpleTextureNode;
+class QTextCharFormat;
+
+namespace areatext {
+struct Prepared;
+}
 
 /// The message input box: text with emoji and mentions that are edited as units.
 ///
@@ -267,11 +272,18 @@ private:
     void report();
     void deferredSync();
     [[nodiscard]] QString limitReturns(const QString &text) const;
-    [[nodiscard]] bool isRefused(const QString &inserted) const;
+    enum class Replace { Nothing, Selection };
+    [[nodiscard]] bool isRefused(const QString &inserted, Replace replace) const;
     [[nodiscard]] bool hasSelectedText() const;
-    [[nodiscard]] bool takesMore() const;
-    void insertWithMentions(const QString &text, const QVector<TextSpan> &mentions);
+    [[nodiscard]] int characterCount() const;
+    void takeSelectionAway(QTextCursor &cursor);
+    [[nodiscard]] QTextCharFormat mentionFormat(const QVariantMap &aiteData);
+    void writePrepared(QTextCursor &cursor, const areatext::Prepared &prepared, int room,
+                       const QTextCharFormat &format) const;
+    [[nodiscard]] bool insertWithMentions(const QString &text, const QVector<TextSpan> &mentions);
     [[nodiscard]] QString mentionName(const QVariantMap &mention, const QString &text);
+    void clearDocument();
+    [[nodiscard]] bool replaceContent(const QString &text);
     void insertMime(const QMimeData *mime, const QString &text);
     [[nodiscard]] QMimeData *selectionMime() const;
 
@@ -283,7 +295,10 @@ private:
     [[nodiscard]] bool jumpOverMention(QKeyEvent *event);
     void leaveByUpOrDown(const QKeyEvent *event, int positionBefore);
     void typeKey(QKeyEvent *event);
+    void dissolveByRemovingKey(const QKeyEvent *event);
     void removeRange(int from, int to);
+    void passOn(QKeyEvent *event);
+    void correctSelectionClipboard();
     void detect();
     void detectAfterMove();
     [[nodiscard]] bool isAiteFound() const;
@@ -291,6 +306,7 @@ private:
 
     // ---- painting
     void markOverlays();
+    void relayoutOverlays();
     void setVisualReal(double &member, double value, void (DrawableTextArea::*changed)(double));
     void setVisualPosition(int &member, int value, void (DrawableTextArea::*changed)(int));
     [[nodiscard]] QRectF visualRect() const;
@@ -300,6 +316,7 @@ private:
     template <typename Value, typename Argument>
     void store(Value &member, const Value &value, void (DrawableTextArea::*changed)(Argument));
 
+    class Silence;
     struct State;
     QScopedPointer<State> d;
 };

@@ -4,19 +4,12 @@
 
 #include "areadocument.h"
 #include "areatext.h"
-#include "mentionedges.h"
 #include "text/aiteclipboard.h"
-#include "text/emojitext.h"
-#include "text/placeholders.h"
 #include "text/userblocks.h"
-
-#include <emoji/emojiparser.h>
 
 #include <QClipboard>
 #include <QDebug>
 #include <QGuiApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QMap>
 #include <QMimeData>
 #include <QTextDocument>
@@ -32,56 +25,25 @@ const QString nickKey = QStringLiteral("aiteNick");
 struct SelectedMention
 {
     QString text;   ///< the selected part of it, as it would be sent
-    QString nick;   ///< the whole of it
+    QString nick;   ///< the name that its data gives it
     int from = 0;   ///< where it starts, in display positions of the selection
     int length = 0; ///< in display positions
-    QVariantMap data;
+    QVariant userId;
 };
 
-/// A text with each emoji as one placeholder, and the emoji that stood there.
-struct CollapsedText
+/// The whole texts of those mentions that were made without a name: what stands there is their name.
+QMap<uint, QString> wholeMentions(const QTextDocument &document, const QMap<uint, SelectedMention> &mentions)
 {
-    explicit CollapsedText(const QString &source)
-    {
-        const EmojiParser parser(nullptr);
-        int done = 0;
-        for (const QPair<int, int> &emoji : parser.emojiIndexes(source)) {
-            appendPlain(source.mid(done, emoji.first - done));
-            text += emojiPlaceholder;
-            emojis.append(source.mid(emoji.first, emoji.second));
-            done = emoji.first + emoji.second;
-        }
-        appendPlain(source.mid(done));
-    }
-
-    /// `text.mid(from, length)` with its emoji put back.
-    [[nodiscard]] QString source(int from, int length) const
-    {
-        const QString part = text.mid(from, length);
-        const int start = std::max(from, 0);
-        int index = text.leftRef(start).count(emojiPlaceholder);
-        QString result;
-        for (const QChar c : part) {
-            if (c == emojiPlaceholder)
-                result += emojis.value(index++);
-            else
-                result += c;
-        }
-        return result;
-    }
-
-    QString text;
-    QStringList emojis;
-
-private:
-    void appendPlain(const QString &plain)
-    {
-        // A placeholder that came in with the text stands for itself.
-        for (int i = plain.count(emojiPlaceholder); i > 0; --i)
-            emojis.append(QString(emojiPlaceholder));
-        text += plain;
-    }
-};
+    QMap<uint, QString> names;
+    if (std::all_of(mentions.cbegin(), mentions.cend(),
+                    [](const SelectedMention &mention) { return !mention.nick.isEmpty(); }))
+        return names;
+    areadocument::visitRuns(document, 0, areadocument::length(document), [&](const areadocument::Run &run) {
+        if (run.style.serial && mentions.contains(*run.style.serial))
+            names[*run.style.serial] += areadocument::withPlainSpaces(run.source());
+    });
+    return names;
+}
 
 } // namespace
 
@@ -91,43 +53,32 @@ void DrawableTextArea::onSelectonChanged()
     QString content;
     int displayLength = 0;
     QMap<uint, SelectedMention> mentions;
-    const QVector<areadocument::Run> selected =
-        areadocument::runs(*document, selectionStart(), selectionEnd());
-    for (const areadocument::Run &run : selected) {
+    areadocument::visitRuns(*document, selectionStart(), selectionEnd(), [&](const areadocument::Run &run) {
         const QString source = run.source();
-        if (run.serial) {
-            const bool isNew = !mentions.contains(*run.serial);
-            SelectedMention &mention = mentions[*run.serial];
+        if (run.style.serial) {
+            const bool isNew = !mentions.contains(*run.style.serial);
+            SelectedMention &mention = mentions[*run.style.serial];
             if (isNew) {
                 mention.from = displayLength;
-                mention.nick = areadocument::withPlainSpaces(run.mention.value(nickKey).toString());
-                mention.data = {{userIdKey, run.mention.value(userIdKey)}};
+                mention.nick = areadocument::withPlainSpaces(run.style.mention.value(nickKey).toString());
+                mention.userId = run.style.mention.value(userIdKey);
             }
             mention.text += source;
-            mention.length += run.text.size();
+            mention.length += int(run.text.size());
         }
         content += source;
-        displayLength += run.text.size();
-    }
+        displayLength += int(run.text.size());
+    });
+    const QMap<uint, QString> names = wholeMentions(*document, mentions);
 
     d->selectionBlocks.clear();
-    for (auto mention = mentions.begin(); mention != mentions.end(); ++mention) {
-        if (mention->nick.isEmpty()) {
-            // Made without a name: what stands there is its name.
-            QString whole;
-            for (const areadocument::Run &run :
-                 areadocument::runs(*document, 0, areadocument::length(*document))) {
-                if (run.serial == mention.key())
-                    whole += run.source();
-            }
-            mention->nick = areadocument::withPlainSpaces(whole);
-        }
+    for (auto mention = mentions.cbegin(); mention != mentions.cend(); ++mention) {
+        const QString nick = mention->nick.isEmpty() ? names.value(mention.key()) : mention->nick;
         // Only a mention that is selected as a whole stays one.
-        if (areadocument::withPlainSpaces(mention->text) != mention->nick)
+        if (areadocument::withPlainSpaces(mention->text) != nick)
             continue;
-        mention->data.insert(nickKey, mention->nick);
-        d->selectionBlocks.append(
-            {mention->from, mention->from + mention->length - 1, mention->data, SpanAite});
+        d->selectionBlocks.append({mention->from, mention->from + mention->length - 1,
+                                   QVariantMap{{userIdKey, mention->userId}, {nickKey, nick}}, SpanAite});
     }
     std::sort(d->selectionBlocks.begin(), d->selectionBlocks.end(),
               [](const TextSpan &a, const TextSpan &b) { return a.from < b.from; });
@@ -176,65 +127,17 @@ void DrawableTextArea::paste()
 void DrawableTextArea::insertMime(const QMimeData *mime, const QString &text)
 {
     // Only a box that is over its limit already refuses; a text that does not fit is cut.
-    if (d->maxCharacterCount != -1 && length() - d->selectedContent.size() > d->maxCharacterCount)
+    if (d->maxCharacterCount != -1 && characterCount() > d->maxCharacterCount)
         return;
     const QString flat = flattenUserBlocks(text);
-    const QPointer<DrawableTextArea> self(this);
-    d->contentNotifications = false;
-    if (d->aiteEnabled && mime->hasFormat(aiteclipboard::mimeType()))
-        insertWithMentions(flat, aiteclipboard::fromBase64(mime->data(aiteclipboard::mimeType())));
-    else
-        insertText(flat);
-    if (!self)
-        return;
-    d->contentNotifications = true;
+    {
+        const Silence silence(*this);
+        if (!d->aiteEnabled || !mime->hasFormat(aiteclipboard::mimeType()))
+            insertText(flat);
+        else if (!insertWithMentions(flat, aiteclipboard::fromBase64(mime->data(aiteclipboard::mimeType()))))
+            return;
+    }
     onContentChanged();
-}
-
-void DrawableTextArea::insertWithMentions(const QString &text, const QVector<TextSpan> &mentions)
-{
-    if (mentions.isEmpty()) {
-        insertText(text);
-        return;
-    }
-    const CollapsedText collapsed(text);
-    const QPointer<DrawableTextArea> self(this);
-    QTextCursor cursor(textDocumentOfItem());
-    cursor.setPosition(cursorPosition());
-    cursor.beginEditBlock();
-    int end = 0;
-    for (const TextSpan &span : mentions) {
-        if (span.from > end)
-            insertText(collapsed.source(end, span.from - end), {}, &cursor);
-        const int length = int(qBound<qint64>(-1, qint64(span.to) - span.from + 1, text.size()));
-        const QString own = collapsed.source(span.from, length);
-        end = int(qBound<qint64>(0, qint64(span.from) + length, collapsed.text.size()));
-        if (own.isEmpty())
-            continue;
-        QVariantMap mention =
-            span.data.canConvert<QVariantMap>() ? span.data.toMap() : QVariantMap{{userIdKey, span.data}};
-        const QString name = mentionName(mention, own);
-        if (!self)
-            return; // the client's function deleted the box
-        if (name.isEmpty()) {
-            insertText(own, {}, &cursor);
-        } else {
-            mention.insert(nickKey, name);
-            insertText(name, mention, &cursor);
-        }
-    }
-    if (end < collapsed.text.size())
-        insertText(collapsed.source(end, collapsed.text.size() - end), {}, &cursor);
-    cursor.endEditBlock();
-}
-
-/// Asks the client for the name under which a mention goes in. A function that is missing or fails gives what
-/// calling it gives, as text.
-QString DrawableTextArea::mentionName(const QVariantMap &mention, const QString &text)
-{
-    const QJsonDocument json(QJsonObject::fromVariantMap(mention));
-    QJSValue function = d->aiteNameFunction;
-    return function.call({QString::fromUtf8(json.toJson(QJsonDocument::Compact)), text}).toString();
 }
 
 void DrawableTextArea::dragEnterEvent(QDragEnterEvent *event)
@@ -278,4 +181,5 @@ void DrawableTextArea::dropEvent(QDropEvent *event)
         Q_EMIT dropFiles(mime->urls());
     else if (mime->hasText())
         insertMime(mime, mime->text());
+    event->acceptProposedAction();
 }

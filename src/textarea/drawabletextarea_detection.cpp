@@ -5,24 +5,34 @@
 #include "areadocument.h"
 #include "mentionedges.h"
 
+#include <QTextBlock>
 #include <QTextDocument>
-
-#include <algorithm>
 
 namespace {
 
-/// Position of the `sign` that starts the word in front of `position`, or -1. `isBarrier` ends the search.
-template <typename Barrier>
-int wordStart(const QTextDocument &document, int position, QChar sign, Barrier isBarrier)
+/// Position of the `sign` that starts the word in front of `position`, or -1. Words end with their line, so
+/// only that is looked at.
+int wordStart(const QTextDocument &document, int position, QChar sign)
 {
-    for (int i = position - 1; i >= 0; --i) {
-        const QChar c = document.characterAt(i);
-        if (isBarrier(i) || c.isSpace())
+    const QTextBlock line = document.findBlock(position);
+    const QString text = line.text();
+    for (int i = position - line.position() - 1; i >= 0; --i) {
+        if (text.at(i).isSpace())
             return -1;
-        if (c == sign && (i == 0 || document.characterAt(i - 1).isSpace()))
-            return i;
+        if (text.at(i) == sign && (i == 0 || text.at(i - 1).isSpace()))
+            return line.position() + i;
     }
     return -1;
+}
+
+/// Whether a character between the two positions belongs to a mention, the latter excluded.
+bool hasMention(const QTextDocument &document, int from, int to)
+{
+    bool found = false;
+    areadocument::visitRuns(document, from, to, [&found](const areadocument::Run &run) {
+        found = found || run.style.serial.has_value();
+    });
+    return found;
 }
 
 } // namespace
@@ -38,10 +48,10 @@ void DrawableTextArea::detectAite()
         Q_EMIT aiteDetected(QString(), false);
         return;
     }
-    const auto inMention = [&document](int i) {
-        return areadocument::serialAt(document, std::max(i - 1, 0)).has_value();
-    };
-    const int from = wordStart(document, position, d->aiteSign, inMention);
+    int from = wordStart(document, position, d->aiteSign);
+    // A mention in the word ends the search, as does one right in front of it.
+    if (from != -1 && hasMention(document, from - 1, position))
+        from = -1;
     d->aiteFrom = from;
     d->aiteLen = from == -1 ? 0 : position - from;
     Q_EMIT aiteDetected(from == -1 ? QString() : expandRange(from, d->aiteLen), from != -1);
@@ -52,7 +62,7 @@ void DrawableTextArea::detectHashTag()
     if (!d->hashTagEnabled)
         return;
     const int position = cursorPosition();
-    const int from = wordStart(*textDocumentOfItem(), position, d->hashTagSign, [](int) { return false; });
+    const int from = wordStart(*textDocumentOfItem(), position, d->hashTagSign);
     d->hashTagFrom = from;
     d->hashTagLen = from == -1 ? 0 : position - from;
     Q_EMIT hashTagDetected(from == -1 ? QString() : expandRange(from, d->hashTagLen), from != -1);

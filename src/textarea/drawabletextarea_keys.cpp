@@ -9,6 +9,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QTextBlock>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -41,8 +42,23 @@ bool isTextKey(const QKeyEvent *event)
     const Qt::KeyboardModifiers modifiers = event->modifiers();
     if (modifiers == Qt::ControlModifier || modifiers == (Qt::ControlModifier | Qt::ShiftModifier))
         return false;
+    if (c.isHighSurrogate() && event->text().size() > 1 && event->text().at(1).isLowSurrogate())
+        return QChar::isPrint(QChar::surrogateToUcs4(c, event->text().at(1)));
     return c.isPrint() || c.category() == QChar::Other_PrivateUse || c == QLatin1Char('\t');
 }
+
+/// The keys by which the base class removes more than a character: what they remove, told by the move from
+/// the cursor to its other end.
+struct RemovingKey
+{
+    QKeySequence::StandardKey key;
+    QTextCursor::MoveOperation move;
+};
+constexpr RemovingKey removingKeys[] = {
+    {QKeySequence::DeleteEndOfWord, QTextCursor::NextWord},
+    {QKeySequence::DeleteStartOfWord, QTextCursor::PreviousWord},
+    {QKeySequence::DeleteEndOfLine, QTextCursor::EndOfBlock},
+};
 
 } // namespace
 
@@ -75,12 +91,16 @@ void DrawableTextArea::deleteByKey(QKeyEvent *event)
     QTextDocument *document = textDocumentOfItem();
     const int position = cursorPosition();
     if (isReadOnly()) {
-        QQuickTextArea::keyPressEvent(event);
+        passOn(event);
         return;
     }
     if (!d->selectedContent.isEmpty()) {
+        if (event->matches(QKeySequence::Cut)) {
+            cutByKey(event); // Shift with Delete, where that cuts
+            return;
+        }
         dissolve(*document, selectionStart(), selectionEnd());
-        QQuickTextArea::keyPressEvent(event);
+        passOn(event);
         return;
     }
     const bool forward = isDeleteKey(event);
@@ -100,7 +120,7 @@ void DrawableTextArea::deleteByKey(QKeyEvent *event)
         removeRange(leftEdgeBefore(*document, position), position);
         return;
     }
-    QQuickTextArea::keyPressEvent(event);
+    passOn(event);
 }
 
 void DrawableTextArea::removeRange(int from, int to)
@@ -114,7 +134,7 @@ void DrawableTextArea::removeRange(int from, int to)
 void DrawableTextArea::cutByKey(QKeyEvent *event)
 {
     if (isReadOnly()) {
-        QQuickTextArea::keyPressEvent(event);
+        passOn(event);
         return;
     }
     if (d->selectedContent.isEmpty())
@@ -123,7 +143,7 @@ void DrawableTextArea::cutByKey(QKeyEvent *event)
     // Made now: after the cut nothing is selected. And set last, over the placeholders that the base class
     // copies.
     QMimeData *mime = selectionMime();
-    QQuickTextArea::keyPressEvent(event);
+    passOn(event);
     QGuiApplication::clipboard()->setMimeData(mime);
 }
 
@@ -132,7 +152,7 @@ void DrawableTextArea::undoByKey(QKeyEvent *event)
     d->undoPending = true;
     d->undoDelta = 0;
     const int position = cursorPosition();
-    QQuickTextArea::keyPressEvent(event);
+    passOn(event);
     d->undoPending = false;
     setCursorPosition(position + d->undoDelta);
 }
@@ -149,7 +169,7 @@ void DrawableTextArea::arrowKey(QKeyEvent *event)
     const int position = cursorPosition();
     d->scanAiteOnMove = true;
     d->scanTagOnMove = true;
-    QQuickTextArea::keyPressEvent(event);
+    passOn(event);
     d->scanAiteOnMove = false;
     d->scanTagOnMove = false;
     leaveByUpOrDown(event, position);
@@ -166,10 +186,13 @@ bool DrawableTextArea::jumpOverMention(QKeyEvent *event)
     const QTextDocument &document = *textDocumentOfItem();
     const int position = cursorPosition();
     const int flags = boundaryAt(document, position);
-    if (event->key() == Qt::Key_Left && (flags & RightEdge))
+    // The arrow to the left leads on where the line runs from right to left.
+    const bool leftwards = document.findBlock(position).textDirection() == Qt::LeftToRight;
+    const int back = leftwards ? Qt::Key_Left : Qt::Key_Right;
+    const int on = leftwards ? Qt::Key_Right : Qt::Key_Left;
+    if (event->key() == back && (flags & RightEdge))
         setCursorPosition(leftEdgeBefore(document, position));
-    else if (event->key() == Qt::Key_Right &&
-             ((flags & LeftEdge) || ((flags & BehindFirst) && (flags & DocumentStart))))
+    else if (event->key() == on && ((flags & LeftEdge) || ((flags & BehindFirst) && (flags & DocumentStart))))
         setCursorPosition(rightEdgeBehind(document, position));
     else
         return false;
@@ -202,17 +225,23 @@ void DrawableTextArea::typeKey(QKeyEvent *event)
     if (d->maxCharacterCount != -1 && !event->text().isEmpty() && plain && d->selectedContent.isEmpty() &&
         length() >= d->maxCharacterCount) {
         Q_EMIT maxCharacterCountReached();
-        // The base class still sees the key, for shortcuts, and cannot type it.
+        // The base class still sees the key, for shortcuts, and cannot type it. Becoming editable again puts
+        // its cursor at the end.
+        const int position = cursorPosition();
         setReadOnly(true);
-        QQuickTextArea::keyPressEvent(event);
+        passOn(event);
         setReadOnly(false);
+        setCursorPosition(position);
         return;
     }
     if (!isTextKey(event)) {
-        QQuickTextArea::keyPressEvent(event);
+        dissolveByRemovingKey(event);
+        passOn(event);
         return;
     }
-    if (isRefused(event->text()))
+    // Asked about the key alone, in front of what it would replace: a validator that counts refuses keys in a
+    // full box also over a selection, as clients know it.
+    if (isRefused(event->text(), Replace::Nothing))
         return;
     QTextDocument *document = textDocumentOfItem();
     if (boundaryAt(*document, cursorPosition()) & Inside)
@@ -220,23 +249,45 @@ void DrawableTextArea::typeKey(QKeyEvent *event)
     insertText(event->text() == QLatin1String(" ") ? QString(QChar(QChar::Nbsp)) : event->text());
 }
 
+/// Dissolves the mentions of which a key is about to remove a part.
+void DrawableTextArea::dissolveByRemovingKey(const QKeyEvent *event)
+{
+    for (const RemovingKey &removing : removingKeys) {
+        if (!event->matches(removing.key))
+            continue;
+        QTextDocument *document = textDocumentOfItem();
+        QTextCursor cursor(document);
+        cursor.setPosition(cursorPosition());
+        cursor.movePosition(removing.move);
+        dissolve(*document, hasSelectedText() ? selectionStart() : cursorPosition(),
+                 hasSelectedText() ? selectionEnd() : cursor.position());
+        return;
+    }
+}
+
 void DrawableTextArea::inputMethodEvent(QInputMethodEvent *event)
 {
-    if (event->commitString().isEmpty()) {
+    const QString committed = event->commitString();
+    if (isReadOnly() || (committed.isEmpty() && event->replacementLength() == 0)) {
+        // A preedit takes the place of the selection.
+        if (!isReadOnly() && !event->preeditString().isEmpty() && hasSelectedText())
+            dissolve(*textDocumentOfItem(), selectionStart(), selectionEnd());
         QQuickTextArea::inputMethodEvent(event);
         d->preeditCopy = preeditText();
         return;
     }
-    // Committed text goes the way of typed text; the base class only ends the preedit and takes away what the
-    // commit replaces.
+    // Committed text goes the way of typed text; the base class only ends the preedit.
     QInputMethodEvent end;
-    if (event->replacementLength() > 0) {
-        const int from = cursorPosition() + event->replacementStart();
-        dissolve(*textDocumentOfItem(), from, from + event->replacementLength());
-        end.setCommitString(QString(), event->replacementStart(), event->replacementLength());
-    }
     QQuickTextArea::inputMethodEvent(&end);
-    insertText(event->commitString());
+    if (event->replacementLength() > 0) {
+        const int from = qBound(0, cursorPosition() + event->replacementStart(), length());
+        const int to = int(qMin<qint64>(qint64(from) + event->replacementLength(), length()));
+        dissolve(*textDocumentOfItem(), from, to);
+        removeRange(from, to);
+        setCursorPosition(from);
+    }
+    if (!committed.isEmpty())
+        insertText(committed);
     if (!event->preeditString().isEmpty()) {
         // Some input methods commit one word and go on with the next in a single event.
         QInputMethodEvent rest(event->preeditString(), event->attributes());
@@ -256,6 +307,21 @@ void DrawableTextArea::focusOutEvent(QFocusEvent *event)
     QQuickTextArea::focusOutEvent(event);
 }
 
+/// Lets the base class handle the key.
+void DrawableTextArea::passOn(QKeyEvent *event)
+{
+    QQuickTextArea::keyPressEvent(event);
+    correctSelectionClipboard();
+}
+
+// What the base class hands to other programs as the selection has placeholders in it.
+void DrawableTextArea::correctSelectionClipboard()
+{
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    if (clipboard->supportsSelection() && clipboard->ownsSelection() && !d->selectedContent.isEmpty())
+        clipboard->setMimeData(selectionMime(), QClipboard::Selection);
+}
+
 void DrawableTextArea::mousePressEvent(QMouseEvent *event)
 {
     setKeepMouseGrab(true);
@@ -264,9 +330,9 @@ void DrawableTextArea::mousePressEvent(QMouseEvent *event)
 
 void DrawableTextArea::mouseMoveEvent(QMouseEvent *event)
 {
-    const int position = positionAt(event->localPos().x(), event->localPos().y());
-    const QTextCharFormat format = areadocument::formatAt(*textDocumentOfItem(), std::max(position - 1, 0));
-    const bool onMention = format.hasProperty(areadocument::MentionProperty);
+    QTextCursor cursor(textDocumentOfItem());
+    cursor.setPosition(positionAt(event->localPos().x(), event->localPos().y()));
+    const bool onMention = cursor.charFormat().hasProperty(areadocument::MentionProperty);
     setCursor(onMention ? Qt::PointingHandCursor : Qt::IBeamCursor);
     QQuickTextArea::mouseMoveEvent(event);
 }
@@ -290,9 +356,7 @@ void DrawableTextArea::mouseReleaseEvent(QMouseEvent *event)
     QQuickTextArea::mouseReleaseEvent(event);
     d->scanAiteOnMove = false;
     d->scanTagOnMove = false;
-    // What the base class hands to other programs has placeholders in it.
-    if (clipboard->supportsSelection() && clipboard->ownsSelection() && !d->selectedContent.isEmpty())
-        clipboard->setMimeData(selectionMime(), QClipboard::Selection);
+    correctSelectionClipboard();
 
     if (event->button() != Qt::RightButton)
         return;
@@ -321,6 +385,7 @@ void DrawableTextArea::clearToLineHead()
         const int lineStart = cursor.position();
         cursor.movePosition(QTextCursor::Up);
         cursor.movePosition(QTextCursor::StartOfLine);
+        dissolve(*document, cursor.position(), cursor.position());
         remove(cursor.position(), lineStart);
         return;
     }
@@ -331,7 +396,7 @@ void DrawableTextArea::clearToWordHead()
 {
     QTextDocument *document = textDocumentOfItem();
     const int position = cursorPosition();
-    dissolve(*document, position, position);
     const int length = areatext::wordHeadLength(document->toPlainText().left(position));
+    dissolve(*document, position - length, position);
     removeRange(position - length, position);
 }

@@ -59,3 +59,26 @@ struct DrawableTextArea::State
     QSGSimpleTextureNode *emojiNode = nullptr;    ///< child of the item's node, render thread only
     QSGSimpleTextureNode *spellingNode = nullptr; ///< the same
 };
+
+/// While it lives, changes of the document are not reported: one report follows a change of several steps.
+class DrawableTextArea::Silence
+{
+public:
+    explicit Silence(DrawableTextArea &area)
+        : area(&area)
+        , before(area.d->contentNotifications)
+    {
+        area.d->contentNotifications = false;
+    }
+    ~Silence()
+    {
+        // The client's functions run meanwhile, and may delete the box.
+        if (area)
+            area->d->contentNotifications = before;
+    }
+    Q_DISABLE_COPY(Silence)
+
+private:
+    QPointer<DrawableTextArea> area;
+    bool before = true;
+};

@@ -55,6 +55,15 @@ void replaceNode(QSGSimpleTextureNode *&node, QSGNode *parent, QQuickWindow *win
     parent->appendChildNode(node);
 }
 
+/// The base class adds the nodes of changed text behind all others, with the background of a selection.
+void keepOnTop(QSGSimpleTextureNode *node, QSGNode *parent)
+{
+    if (!node || node == parent->lastChild())
+        return;
+    parent->removeChildNode(node);
+    parent->appendChildNode(node);
+}
+
 QPainterPath wave(const QRectF &word)
 {
     QPainterPath path(word.bottomLeft());
@@ -76,6 +85,12 @@ void DrawableTextArea::markOverlays()
     d->needUpdateSpelling = true;
 }
 
+void DrawableTextArea::relayoutOverlays()
+{
+    markOverlays();
+    update();
+}
+
 QRectF DrawableTextArea::visualRect() const
 {
     return {d->visualX, d->visualY, d->visualWidth, d->visualHeight};
@@ -87,6 +102,8 @@ QSGNode *DrawableTextArea::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData
         // The base class makes a new tree: the overlays went with the old one.
         d->emojiNode = nullptr;
         d->spellingNode = nullptr;
+        d->needUpdateEmoji = true;
+        d->needUpdateSpelling = true;
     }
     QSGNode *node = QQuickTextArea::updatePaintNode(oldNode, data);
     if (!node || !(width() > 0) || !(height() > 0))
@@ -112,6 +129,8 @@ QSGNode *DrawableTextArea::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData
         delete d->spellingNode;
         d->spellingNode = nullptr;
     }
+    keepOnTop(d->emojiNode, node);
+    keepOnTop(d->spellingNode, node);
     return node;
 }
 
@@ -129,11 +148,10 @@ QImage DrawableTextArea::renderEmoji() const
     QT_WARNING_POP
 
     const double side = QFontMetricsF(emoji::withPlaceholders(font())).horizontalAdvance(emojiPlaceholder);
-    for (const areadocument::Run &run :
-         areadocument::runs(*textDocumentOfItem(), d->visualFrom, d->visualTo)) {
+    const auto drawRun = [&](const areadocument::Run &run) {
         EmojiManager::EmojiInfo info;
-        if (!run.emoji || !EmojiManager::instance()->emoji(run.emoji->key, info))
-            continue;
+        if (!run.style.emoji || !EmojiManager::instance()->emoji(run.style.emoji->key, info))
+            return;
         for (int i = 0; i < run.text.size(); ++i) {
             if (run.text.at(i) != emojiPlaceholder)
                 continue;
@@ -141,7 +159,8 @@ QImage DrawableTextArea::renderEmoji() const
             painter.drawPixmap(QRectF(corner + QPointF(1.0, 1.0), QSizeF(side - 2.0, side - 2.0)),
                                *info.pixmap, QRectF(info.x, info.y, info.width, info.height));
         }
-    }
+    };
+    areadocument::visitRuns(*textDocumentOfItem(), d->visualFrom, d->visualTo, drawRun);
     return image;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QVector>
 
 #include <algorithm>
 
@@ -29,15 +30,25 @@ void dissolveAt(QTextDocument &document, int position)
     while (to < areadocument::length(document) && serialAt(document, to) == serial)
         ++to;
 
+    // Format by format: an emoji keeps what it has of its own.
+    struct Part
+    {
+        int from = 0;
+        int to = 0;
+    };
+    QVector<Part> parts;
+    areadocument::visitRuns(document, from, to, [&parts](const areadocument::Run &run) {
+        parts.append({run.position, run.position + int(run.text.size())});
+    });
     QTextCursor cursor(&document);
     cursor.beginEditBlock();
-    for (const areadocument::Run &run : areadocument::runs(document, from, to)) {
-        QTextCharFormat format = areadocument::formatAt(document, run.position);
+    for (const Part &part : qAsConst(parts)) {
+        QTextCharFormat format = areadocument::formatAt(document, part.from);
         format.clearProperty(areadocument::SerialProperty);
         format.clearProperty(areadocument::MentionProperty);
         format.clearForeground();
-        cursor.setPosition(run.position);
-        cursor.setPosition(run.position + run.text.size(), QTextCursor::KeepAnchor);
+        cursor.setPosition(part.from);
+        cursor.setPosition(part.to, QTextCursor::KeepAnchor);
         cursor.setCharFormat(format);
     }
     cursor.endEditBlock();
