@@ -78,8 +78,7 @@ Cubes collectCubes(const QImage &image)
 {
     Cubes cubes;
     QHash<int, Cube *> cubeOfKey;
-    visitSamples(image, sampleStep, [&](QRgb pixel) {
-        const QColor color(pixel);
+    visitSamples(image, sampleStep, [&](const QColor &color) {
         const std::optional<Key> key = cubeKey(color, true);
         if (!key)
             return;

@@ -190,9 +190,9 @@ Histogram histogramOf(const QImage &image)
 {
     Histogram histogram(histogramSize, 0);
     qint64 *counts = histogram.data();
-    visitSamples(image, sampleStep, [counts](QRgb pixel) {
-        ++counts[colorIndex(qRed(pixel) >> rightShift, qGreen(pixel) >> rightShift,
-                            qBlue(pixel) >> rightShift)];
+    visitSamples(image, sampleStep, [counts](const QColor &color) {
+        ++counts[colorIndex(color.red() >> rightShift, color.green() >> rightShift,
+                            color.blue() >> rightShift)];
     });
     return histogram;
 }
@@ -202,10 +202,10 @@ Box vboxFromPixels(const QImage &image, const Histogram &histogram)
     ChannelBounds red;
     ChannelBounds green;
     ChannelBounds blue;
-    visitSamples(image, sampleStep, [&](QRgb pixel) {
-        red.add(qRed(pixel) >> rightShift);
-        green.add(qGreen(pixel) >> rightShift);
-        blue.add(qBlue(pixel) >> rightShift);
+    visitSamples(image, sampleStep, [&](const QColor &color) {
+        red.add(color.red() >> rightShift);
+        green.add(color.green() >> rightShift);
+        blue.add(color.blue() >> rightShift);
     });
     return Box::create(red.lowest, red.highest, green.lowest, green.highest, blue.lowest, blue.highest,
                        histogram);

@@ -5,8 +5,20 @@
 namespace {
 
 constexpr int longestSide = 400;
+/// A header of a few bytes can promise any size, and most formats are decoded whole before they are scaled.
+/// A 16-bit picture of 12,000 by 10,000 pixels still passes.
+constexpr qint64 mostDecodedBytes = qint64(1) << 30;
 constexpr int fewestColors = 2;
 constexpr int mostColors = 256;
+
+/// Whether the picture, decoded whole, stays within bounds. One that doesn't tell its size or format does.
+bool fitsInMemory(const QImageReader &reader, const QSize &size)
+{
+    const QImage::Format format = reader.imageFormat();
+    const int bitsPerPixel =
+        format == QImage::Format_Invalid ? 32 : QImage::toPixelFormat(format).bitsPerPixel();
+    return !size.isValid() || qint64(size.width()) * size.height() <= mostDecodedBytes * 8 / bitsPerPixel;
+}
 
 } // namespace
 
@@ -19,6 +31,8 @@ QImage readThemeImage(const QString &path)
     reader.setFileName(path);
 
     const QSize size = reader.size();
+    if (!fitsInMemory(reader, size))
+        return {};
     if (size.isValid() && (size.width() > longestSide || size.height() > longestSide)) {
         const double ratio = double(size.height()) / size.width();
         // One side is scaled from its own length, not from 400: 800 by 600 reads as 400 by 450. The sampling
