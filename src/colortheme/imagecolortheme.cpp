@@ -58,7 +58,11 @@ QList<QColor> processCube(const QString &path, int colorCount, QObject *target)
 
 ImageColorTheme::ImageColorTheme(QObject *parent)
     : QObject(parent)
-{}
+{
+    // Scripts get the palette as an array only if its type is known by name; moc sees to that for parameters,
+    // and not for results.
+    qRegisterMetaType<QList<QColor>>();
+}
 
 ImageColorTheme::~ImageColorTheme()
 {

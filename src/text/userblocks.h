@@ -33,5 +33,5 @@ QVector<TextSpan> expandInBandBlocks(QString &text, LineEnds lineEnds);
 } // namespace drawabletext
 
 /// `text` with each in-band block replaced by its display name, without any parsing of its JSON: what matches
-/// \x01[^\x02]*"displayName"[^:]*:[^"]*"([^"]*)"[^\x02]*\x02 becomes the first capture. Takes linear time.
+/// `\x01[^\x02]*"displayName"[^:]*:[^"]*"([^"]*)"[^\x02]*\x02` becomes the first capture. Takes linear time.
 [[nodiscard]] QString flattenUserBlocks(const QString &text);
