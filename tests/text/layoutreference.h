@@ -3,7 +3,7 @@
 // A plain reading of the rules of line layout on bare QTextLayouts, one paragraph behind the other, for
 // comparison with what the engine built.
 
-#include "text/drawabletextprivate.h"
+#include "text/drawabletext.h"
 
 #include <QFontMetricsF>
 #include <QTextLayout>
@@ -231,6 +231,40 @@ inline QString difference(const DrawableTextPrivate &state, const QFont &font)
     if (!isSame(state.textHeight, expected.textHeight))
         return differs(QStringLiteral("textHeight"), state.textHeight, expected.textHeight);
     return {};
+}
+
+/// Characters on each line of a paragraph of `item`.
+inline QVector<int> lengths(const DrawableText &item, int paragraph = 0)
+{
+    QVector<int> result;
+    const QTextLayout *layout = item.state()->layouts.at(paragraph);
+    for (int index = 0; index < layout->lineCount(); ++index)
+        result.append(layout->lineAt(index).textLength());
+    return result;
+}
+
+/// Width of a text on one line, by a layout as the engine makes it.
+inline double widthOf(const DrawableText &item, const QString &text)
+{
+    QTextLayout layout(text, item.font());
+    layout.setTextOption(option(*item.state(), QTextOption::NoWrap));
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(1e6);
+    layout.endLayout();
+    return line.naturalTextWidth();
+}
+
+/// How many characters a plain QTextLayout puts on the first line.
+inline int plainBreak(const DrawableText &item, const QString &text, double width)
+{
+    QTextLayout layout(text, item.font());
+    layout.setTextOption(option(*item.state(), item.state()->wrapMode));
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(width);
+    layout.endLayout();
+    return line.textLength();
 }
 
 } // namespace layoutreference

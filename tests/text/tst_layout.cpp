@@ -1,24 +1,19 @@
-// Lines, sizes and the emoji picture, against plain QTextLayouts.
+// Lines and sizes, against plain QTextLayouts.
 
 #include "layoutreference.h"
-#include "text/emojioverlay.h"
 #include "text/layout.h"
 #include "text/paragraphs.h"
-#include "text/punctuation.h"
 #include "textengine.h"
 
-#include <emoji/emojimanager.h>
-
-#include <QGuiApplication>
-#include <QPainter>
-#include <QPixmap>
 #include <QRandomGenerator>
 #include <QtTest>
 
-#include <cmath>
 #include <functional>
 
 using namespace textengine;
+using layoutreference::lengths;
+using layoutreference::plainBreak;
+using layoutreference::widthOf;
 
 namespace {
 
@@ -150,51 +145,6 @@ QFont referenceFont(const DrawableText &item)
 {
     return item.state()->paragraphs.join(QChar()).contains(collapsedEmoji) ? item.state()->layoutFont
                                                                            : item.font();
-}
-
-QVector<int> lengths(const DrawableText &item, int paragraph = 0)
-{
-    QVector<int> result;
-    const QTextLayout *layout = item.state()->layouts.at(paragraph);
-    for (int index = 0; index < layout->lineCount(); ++index)
-        result.append(layout->lineAt(index).textLength());
-    return result;
-}
-
-/// Width of a text on one line, by a layout as the engine makes it.
-double widthOf(const DrawableText &item, const QString &text)
-{
-    QTextLayout layout(text, item.font());
-    layout.setTextOption(layoutreference::option(*item.state(), QTextOption::NoWrap));
-    layout.beginLayout();
-    QTextLine line = layout.createLine();
-    line.setLineWidth(1e6);
-    layout.endLayout();
-    return line.naturalTextWidth();
-}
-
-/// How many characters a plain QTextLayout puts on the first line.
-int plainBreak(const DrawableText &item, const QString &text, double width)
-{
-    QTextLayout layout(text, item.font());
-    layout.setTextOption(layoutreference::option(*item.state(), item.state()->wrapMode));
-    layout.beginLayout();
-    QTextLine line = layout.createLine();
-    line.setLineWidth(width);
-    layout.endLayout();
-    return line.textLength();
-}
-
-bool holdsInk(const QImage &picture, const QRectF &rect)
-{
-    const QRect pixels = rect.toAlignedRect().intersected(picture.rect());
-    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
-        for (int x = pixels.left(); x <= pixels.right(); ++x) {
-            if (picture.pixelColor(x, y).alpha() > 0)
-                return true;
-        }
-    }
-    return false;
 }
 
 } // namespace
@@ -379,129 +329,6 @@ private Q_SLOTS:
         QCOMPARE(item.state()->layouts.at(1)->position().y(), 3 + height + 10);
         QCOMPARE(item.textHeight(), 2 * (height + 10)); // also behind the last line
         QCOMPARE(item.state()->contentHeight, 3 + 2 * (height + 10));
-    }
-
-    // ---- breaks in front of closing marks
-
-    void ideographGoesDownWithItsClosingMark_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("room");   // characters that fit, by the width of the first
-        QTest::addColumn<int>("plain");  // characters that a plain layout puts on the first line
-        QTest::addColumn<int>("actual"); // and the engine
-        const QString digits = QStringLiteral("\u4e00\u4e8c\u4e09\u56db\u4e94");
-        const QString stop = QStringLiteral("\u3002");
-        QTest::newRow("full stop") << digits + stop + digits << 5 << 4 << 3;
-        QTest::newRow("two stops") << digits + stop.repeated(2) + digits << 5 << 4 << 3;
-        QTest::newRow("ten marks") << digits + stop.repeated(10) << 5 << 4 << 3;
-        QTest::newRow("eleven marks") << digits + stop.repeated(11) << 5 << 4 << 4;
-        QTest::newRow("closing bracket") << digits + QStringLiteral("\uff09") + digits << 5 << 4 << 3;
-        QTest::newRow("comma") << digits + QStringLiteral("\uff0c") + digits << 5 << 4 << 3;
-        QTest::newRow("no mark") << digits + digits << 5 << 5 << 5;
-        QTest::newRow("mark at the very end") << digits + stop << 5 << 4 << 3;
-        QTest::newRow("mark that fits") << digits + stop + digits << 6 << 6 << 6;
-    }
-    void ideographGoesDownWithItsClosingMark()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, room);
-        QFETCH(int, plain);
-        QFETCH(int, actual);
-        DrawableText item;
-        item.setText(text);
-        const double width = widthOf(item, text.left(room)) + 1;
-        if (plainBreak(item, text, width) != plain)
-            QFAIL("the plain layout breaks elsewhere: the row says nothing");
-        item.setMaxWidth(width);
-        QCOMPARE(lengths(item).first(), actual);
-    }
-
-    void onlyIdeographOfALineStays()
-    {
-        // To move it down would leave an empty line.
-        DrawableText item;
-        const QString text = QStringLiteral("\u4e00\u4e8c\u3002\u4e09");
-        item.setText(text);
-        const double width = widthOf(item, text.left(1)) + 1;
-        QCOMPARE(plainBreak(item, text, width), 1);
-        item.setMaxWidth(width);
-        QCOMPARE(lengths(item).first(), 1);
-    }
-
-    void latinLettersStayWhereTheyAre()
-    {
-        DrawableText item;
-        item.setWrapMode(DrawableText::WrapAnywhere);
-        const QString latin = QStringLiteral("abcdef.ghi");
-        item.setText(latin);
-        const double width = widthOf(item, QStringLiteral("abcde")) + 0.5;
-        QCOMPARE(plainBreak(item, latin, width), 5); // one character ahead of the full stop
-        item.setMaxWidth(width);
-        QCOMPARE(lengths(item).first(), 5);
-        // With an ideograph in the same place the break moves.
-        const QString mixed = QStringLiteral("abcd\u4e00f.ghi");
-        DrawableText other;
-        other.setWrapMode(DrawableText::WrapAnywhere);
-        other.setText(mixed);
-        const double mixedWidth = widthOf(other, mixed.left(5)) + 0.5;
-        QCOMPARE(plainBreak(other, mixed, mixedWidth), 5);
-        other.setMaxWidth(mixedWidth);
-        QCOMPARE(lengths(other).first(), 4);
-    }
-
-    void breaksAreLeftAloneUnderALineLimit()
-    {
-        const QString text = QStringLiteral("\u4e00\u4e8c\u4e09\u56db\u4e94\u3002\u4e00\u4e8c\u4e09\u56db");
-        DrawableText item;
-        item.setText(text);
-        const double width = widthOf(item, text.left(5)) + 1;
-        item.setMaxWidth(width);
-        QCOMPARE(lengths(item).first(), 3);
-        item.setMaximumLineCount(9);
-        QCOMPARE(lengths(item).first(), 4);
-    }
-
-    void closingMarksAreFoundByTheirCategory_data()
-    {
-        QTest::addColumn<QChar>("character");
-        QTest::addColumn<bool>("closing");
-        QTest::newRow("closing bracket") << QChar(u')') << true;
-        QTest::newRow("closing corner bracket") << QChar(0x300D) << true;
-        QTest::newRow("final quote") << QChar(0x201D) << true;
-        QTest::newRow("full stop") << QChar(u'.') << true;
-        QTest::newRow("ideographic full stop") << QChar(0x3002) << true;
-        QTest::newRow("exclamation mark") << QChar(u'!') << true;
-        QTest::newRow("straight quote") << QChar(u'"') << true;
-        QTest::newRow("opening bracket") << QChar(u'(') << false;
-        QTest::newRow("initial quote") << QChar(0x201C) << false;
-        QTest::newRow("dash") << QChar(u'-') << false;
-        QTest::newRow("connector") << QChar(u'_') << false;
-        QTest::newRow("letter") << QChar(u'a') << false;
-        QTest::newRow("symbol") << QChar(u'+') << false;
-        QTest::newRow("space") << QChar(u' ') << false;
-        QTest::newRow("emoji") << collapsedEmoji << false;
-    }
-    void closingMarksAreFoundByTheirCategory()
-    {
-        QFETCH(QChar, character);
-        QFETCH(bool, closing);
-        DrawableTextPrivate state;
-        state.paragraphs =
-            QStringList({QStringLiteral("a%1b%1").arg(character), QString(), QString(character)});
-        state.openPunctuation = {{1}, {2}, {3}, {4}};
-        state.closePunctuation = {{1}, {2}, {3}, {4}};
-        drawabletext::scanClosePunctuation(state);
-        using Positions = QVector<QVector<int>>;
-        QCOMPARE(state.openPunctuation, Positions(3));
-        QCOMPARE(state.closePunctuation, closing ? Positions({{1, 3}, {}, {0}}) : Positions(3));
-    }
-
-    void emojiCountOneInFrontOfClosingMarks()
-    {
-        DrawableText item;
-        item.setMaxWidth(300);
-        item.setText(family() + QStringLiteral("a.") + grinning() + QStringLiteral("!"));
-        QCOMPARE(item.state()->closePunctuation, QVector<QVector<int>>({{2, 4}}));
     }
 
     // ---- alignment
@@ -710,146 +537,6 @@ private Q_SLOTS:
         QVERIFY(look() != before);
     }
 
-    // ---- emoji
-
-    void emojiPictureCoversTheItem()
-    {
-        DrawableText item;
-        item.setMaxWidth(150);
-        item.setText(QStringLiteral("text ") + grinning() + QStringLiteral(" more text that wraps ") +
-                     family());
-        const QImage picture = item.state()->emojiImage;
-        const double ratio = qGuiApp->devicePixelRatio();
-        QCOMPARE(picture.format(), QImage::Format_ARGB4444_Premultiplied);
-        QCOMPARE(picture.devicePixelRatio(), ratio);
-        QCOMPARE(picture.width(), int(std::ceil(ratio * qMin(150.0, item.state()->contentWidth))));
-        QCOMPARE(picture.height(), int(std::ceil(ratio * item.state()->contentHeight)));
-        item.setFixedWidth(500);
-        item.setColor(Qt::red);
-        QCOMPARE(item.state()->emojiImage.width(), int(std::ceil(ratio * 150.0)));
-    }
-
-    void emojiStandOverTheirPlaceholders()
-    {
-        DrawableText item;
-        item.setPadding(7);
-        item.setMaxWidth(120);
-        item.setText(QStringLiteral("a") + grinning() + QStringLiteral(" words to wrap ") + family() +
-                     grinning() + QStringLiteral("\nnext ") + thumbsUpMediumTone());
-        QVERIFY(item.lineCount() > 2);
-        const DrawableTextPrivate *state = item.state();
-        int count = 0;
-        for (int paragraph = 0; paragraph < state->emojis.size(); ++paragraph) {
-            const QTextLayout *layout = state->layouts.at(paragraph);
-            for (const EmojiRecord &record : state->emojis.at(paragraph)) {
-                const QTextLine line = layout->lineForTextPosition(record.pos);
-                const QRectF expected(line.cursorToX(record.pos) + 1 + layout->position().x(),
-                                      layout->position().y() + line.y() + 1, state->emojiSize - 2,
-                                      state->emojiSize - 2);
-                QCOMPARE(record.rect, expected);
-                // The text flows around it by itself.
-                QVERIFY(qAbs(line.cursorToX(record.pos + 1) - line.cursorToX(record.pos) - state->emojiSize) <
-                        1.0);
-                QVERIFY(holdsInk(state->emojiImage, record.rect));
-                ++count;
-            }
-        }
-        QCOMPARE(count, 4);
-    }
-
-    void emojiPictureIsPaintedFromTheManagersPictures()
-    {
-        DrawableText item;
-        item.setMaxWidth(200);
-        item.setText(QStringLiteral("a") + grinning() + thumbsUpMediumTone() + QStringLiteral("b\n") +
-                     family());
-        const DrawableTextPrivate *state = item.state();
-        QImage expected(state->emojiImage.size(), QImage::Format_ARGB4444_Premultiplied);
-        expected.setDevicePixelRatio(state->emojiImage.devicePixelRatio());
-        expected.fill(Qt::transparent);
-        {
-            QPainter painter(&expected);
-            painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
-                                   QPainter::SmoothPixmapTransform);
-            for (const QVector<EmojiRecord> &records : state->emojis) {
-                for (const EmojiRecord &record : records) {
-                    EmojiManager::EmojiInfo info;
-                    QVERIFY(EmojiManager::instance()->emoji(record.unicode, info));
-                    painter.drawPixmap(record.rect, *info.pixmap,
-                                       QRectF(info.x, info.y, info.width, info.height));
-                }
-            }
-        }
-        QVERIFY(holdsInk(expected, QRectF(0, 0, 200, 200)));
-        QCOMPARE(state->emojiImage, expected);
-    }
-
-    void emojiPictureIsPaintedOnlyWhenMarked()
-    {
-        DrawableText item;
-        item.setMaxWidth(200);
-        item.setText(grinning());
-        const qint64 first = item.state()->emojiImage.cacheKey();
-        item.setReserveSpace(true); // marks nothing
-        item.setLinkColor(Qt::red); // marks the formats
-        QCOMPARE(item.state()->emojiImage.cacheKey(), first);
-        item.setColor(Qt::red);
-        QVERIFY(item.state()->emojiImage.cacheKey() != first);
-    }
-
-    void emojiPictureOfNothingIsLeftAsItWas()
-    {
-        DrawableText item;
-        item.setMaxWidth(200);
-        item.setText(grinning());
-        const QImage before = item.state()->emojiImage;
-        item.setText(QString());
-        QCOMPARE(item.state()->contentWidth, 0.0);
-        QCOMPARE(item.state()->emojiImage, before);
-    }
-
-    void emojiOfNoLineIsLoggedAndSkipped()
-    {
-        DrawableTextPrivate state;
-        state.measureFont();
-        state.maxWidth = 200;
-        state.text = QStringLiteral("ab");
-        drawabletext::splitParagraphs(state);
-        state.spans.resize(1);
-        drawabletext::layoutParagraphs(state);
-        EmojiRecord lost;
-        lost.pos = 999;
-        lost.unicode = QStringLiteral("1f600");
-        EmojiRecord good;
-        good.pos = 1;
-        good.unicode = QStringLiteral("1f600");
-        state.emojis = {{lost, good}, {good}}; // and one paragraph more than there are layouts
-        const LogCapture log;
-        drawabletext::renderEmojiImage(state);
-        QCOMPARE(log.messages(), QStringList({QStringLiteral("Line is invalid,pos: 999")}));
-        QVERIFY(state.emojis.at(0).at(0).rect.isNull());
-        QVERIFY(!state.emojis.at(0).at(1).rect.isNull());
-        QVERIFY(state.emojis.at(1).at(0).rect.isNull());
-    }
-
-    void emojiWithoutAPictureLeavesItsPlaceEmpty()
-    {
-        DrawableTextPrivate state;
-        state.measureFont();
-        state.maxWidth = 200;
-        state.text = QStringLiteral("a\uEEEE");
-        drawabletext::splitParagraphs(state);
-        drawabletext::layoutParagraphs(state);
-        EmojiRecord unknown;
-        unknown.pos = 1;
-        unknown.unicode = QStringLiteral("no such key");
-        state.emojis = {{unknown}};
-        drawabletext::renderEmojiImage(state);
-        QVERIFY(!state.emojiImage.isNull());
-        QVERIFY(!state.emojis.at(0).at(0).rect.isNull());
-        QVERIFY(!holdsInk(state.emojiImage, QRectF(0, 0, 200, 200)));
-    }
-
     // ---- abandoned snapshots
 
     void abandonedLayoutStopsAtTheFirstLine()
@@ -868,23 +555,6 @@ private Q_SLOTS:
         QCOMPARE(state.layouts.size(), 0);
         QCOMPARE(state.contentWidth, width);
         QCOMPARE(state.contentHeight, 77.0);
-    }
-
-    void abandonedEmojiPictureStopsAtTheFirstEmoji()
-    {
-        DrawableTextPrivate state;
-        state.measureFont();
-        state.maxWidth = 200;
-        state.text = QStringLiteral("\uEEEE");
-        drawabletext::splitParagraphs(state);
-        drawabletext::layoutParagraphs(state);
-        EmojiRecord record;
-        record.unicode = QStringLiteral("1f600");
-        record.pos = 0;
-        state.emojis = {{record}};
-        state.abandon();
-        drawabletext::renderEmojiImage(state);
-        QVERIFY(state.emojis.at(0).at(0).rect.isNull());
     }
 
     // ---- rough input

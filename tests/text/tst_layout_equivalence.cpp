@@ -473,7 +473,7 @@ private Q_SLOTS:
         state.wrapMode = QTextOption::WrapAtWordBoundaryOrAnywhere;
         QString text = randomText(random, 5);
         for (int i = 0; i < 3; ++i) {
-            text += longWord(random, random.bounded(1900, 4000));
+            text += longWord(random, random.bounded(1900, 3000));
             text += randomText(random, 20);
         }
         addParagraph(state, random, text);

@@ -259,7 +259,7 @@ private Q_SLOTS:
         item.setMaxWidth(250.0);
         QElapsedTimer timer;
         timer.start();
-        item.setText(QString::fromUtf8("words \U0001F600 \u4f60\u597d\n").repeated(100'000));
+        item.setText(QString::fromUtf8("words \U0001F600 \u4f60\u597d\n").repeated(40'000));
         QVERIFY2(timer.elapsed() < generousTime, qPrintable(QString::number(timer.elapsed())));
         QVERIFY(item.elidedText().contains(QChar(0x2026)));
         QVERIFY(item.elidedText().size() < 1000);
