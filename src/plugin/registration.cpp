@@ -22,7 +22,7 @@
 #include "window/systemtrayicon.h"
 
 #ifdef COMPONENT_WEBSOCKET
-#    include "util/websocket.h"
+#include "util/websocket.h"
 #endif
 
 #include <QQuickWindow>
