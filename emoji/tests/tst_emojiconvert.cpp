@@ -121,6 +121,7 @@ private Q_SLOTS:
         const void **objectsBegin = objects.data();
         const void **listsBegin = lists.data();
         std::vector<std::thread> threads;
+        threads.reserve(8);
         for (int number = 0; number < 8; ++number)
             threads.emplace_back([=] {
                 objectsBegin[number] = EmojiConvert::instance();

@@ -185,6 +185,7 @@ private Q_SLOTS:
         std::vector<std::vector<QPixmap *>> seen(threadCount);
         std::atomic<int> failures{0};
         std::vector<std::thread> threads;
+        threads.reserve(seen.size());
         for (auto &pixmaps : seen)
             threads.emplace_back([&] {
                 QImage canvas(cell, cell, QImage::Format_ARGB32_Premultiplied);

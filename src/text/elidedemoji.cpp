@@ -11,15 +11,13 @@ QString restoreEmoji(const QString &text, int skipped, const QStringList &emojis
     QString result;
     result.reserve(text.size() + 4 * emojis.size());
     for (const QChar character : text) {
-        if (character != emojiPlaceholder)
-            result.append(character);
-        else if (skipped > 0) {
-            --skipped;
-            result.append(character);
-        } else if (next < emojis.size())
+        const bool isPlaceholder = character == emojiPlaceholder;
+        if (isPlaceholder && skipped == 0 && next < emojis.size())
             result.append(emojis.at(next++));
         else
             result.append(character);
+        if (isPlaceholder && skipped > 0)
+            --skipped;
     }
     return result;
 }

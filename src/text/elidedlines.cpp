@@ -147,8 +147,10 @@ QVector<int> LineSource::lineEnds(QTextLayout &layout, const Paragraph &paragrap
         breaker.setLineWidth(width);
         // Blocks may be painted in a heavier face than they are measured in: a margin that grows with the
         // text makes up for it. Lines that would have fitted break anew for it, too.
-        if (hasBlocks)
-            breaker.setLineWidth(width - line.textLength() / 3);
+        if (hasBlocks) {
+            const int margin = line.textLength() / 3;
+            breaker.setLineWidth(width - margin);
+        }
         ends.append(line.textStart() + line.textLength());
     }
     layout.endLayout();

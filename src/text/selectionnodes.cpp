@@ -48,8 +48,10 @@ QSGGeometryNode *buildSelectionNodes(DrawableTextPrivate &state)
         return nullptr;
     if (!state.selectionRootNode)
         state.selectionRootNode = createRoot();
-    while (QSGNode *child = state.selectionRootNode->firstChild())
+    while (QSGNode *child = state.selectionRootNode->firstChild()) {
+        state.selectionRootNode->removeChildNode(child);
         delete child;
+    }
     const double rightLimit = state.textAreaWidth() + state.effectiveRightPadding();
     const auto groups = groupSelectionRects(state.selectionRects, rightLimit);
     for (const QVector<QRectF> &group : groups) {
