@@ -420,11 +420,9 @@ Item {
             compare(view.currentNode, tree.elements[1])
             verify(view.currentNode === tree.elements[1])
             compare(row.item.color, "#ffffff")
-            const picture = grabImage(view)
-            // Right of the text, where the content has ended long since.
-            compare(picture.red(190, row.y + 12), 0x46)
-            compare(picture.green(190, row.y + 12), 0x82)
-            compare(picture.blue(190, row.y + 12), 0xb4)
+            // Right of the text, where the content has ended long since; on a busy machine not yet in the next frame.
+            const shown = () => Qt.colorEqual(grabImage(view).pixel(190, row.y + 12), "#4682b4")
+            tryVerify(shown)
         }
 
         function test_aDoubleClickOpensABranchAndCreatesNothingBelowALeaf() {
