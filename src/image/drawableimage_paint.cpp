@@ -158,7 +158,8 @@ QPixmap DrawableImage::preparedPicture() const
             return QPixmap();
         pixmap = picture.scaled(QSize(qRound(w), qRound(h)), Qt::KeepAspectRatio, Qt::SmoothTransformation);
     }
-    return values.blurRatio > 0 ? blurPixmap(pixmap, values.blurRatio / 2) : pixmap;
+    const int radius = values.blurRatio / 2;
+    return values.blurRatio > 0 ? blurPixmap(pixmap, radius) : pixmap;
 }
 
 void DrawableImage::paintImage(QPainter *painter)
