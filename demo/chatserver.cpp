@@ -57,6 +57,8 @@ void ChatServer::receive(QWebSocket *from, const QString &frame)
     const QString type = object.value(QLatin1String("type")).toString();
     if (type == QLatin1String("hello"))
         greet(from, object);
+    else if (type == QLatin1String("piece") && users.value(from) > 0)
+        from->sendTextMessage(frameOf(object));
     else if (type == QLatin1String("message") && users.value(from) > 0)
         passOn(from, object);
 }

@@ -14,7 +14,7 @@ class QWebSocket;
 /// then "message" with "id" and "conversation"; its content ("kind", "text", "blocks", "attachment") is
 /// passed on as it is. To a client: "online" with the "users" that are there, "accepted" with the "id" of its
 /// own message and the service's "time", and "message", which adds "author" and "time" to what another client
-/// sent. Frames that make no sense are dropped.
+/// sent. A "piece" of a file is answered by itself. Frames that make no sense are dropped.
 class ChatServer : public QObject
 {
     Q_OBJECT

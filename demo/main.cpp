@@ -2,7 +2,9 @@
 // each other over a web socket.
 
 #include "chatserver.h"
+#include "picturedesk.h"
 #include "robot.h"
+#include "samplepictures.h"
 #include "warningcounter.h"
 
 #include <QApplication>
@@ -10,6 +12,7 @@
 #include <QDir>
 #include <QFontDatabase>
 #include <QQmlApplicationEngine>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -75,10 +78,12 @@ int main(int argc, char **argv)
     // A tour must neither see nor spoil the history of the person who uses the demo.
     const QTemporaryDir temporary;
     QString store = options.storeFolder;
-    if (options.tour)
+    if (options.tour) {
         store = temporary.path();
-    else if (store.isEmpty())
+        qputenv("XDG_CONFIG_HOME", temporary.path().toUtf8());
+    } else if (store.isEmpty()) {
         store = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    }
 
     ChatServer server;
     if (!server.listen()) {
@@ -86,14 +91,25 @@ int main(int argc, char **argv)
         return 1;
     }
 
+    // Where pop-ups and captures open is told by a window that changes its screen; until one does, it is
+    // here.
+    QCoreApplication::instance()->setProperty("currentScreen",
+                                              QVariant::fromValue(QGuiApplication::primaryScreen()));
+
+    const QString pictureFolder = QDir(store).filePath(QStringLiteral("pictures"));
+    PictureDesk pictureDesk(pictureFolder);
+    SamplePictures samples(pictureFolder);
     Robot robot(options.pictureFolder);
     QQmlApplicationEngine engine;
     engine.addImportPath(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../qml")));
     engine.setOfflineStoragePath(store);
-    engine.setInitialProperties({{QStringLiteral("serverUrl"), server.url()},
-                                 {QStringLiteral("fresh"), options.fresh},
-                                 {QStringLiteral("touring"), options.tour},
-                                 {QStringLiteral("robot"), QVariant::fromValue<QObject *>(&robot)}});
+    engine.setInitialProperties(
+        {{QStringLiteral("serverUrl"), server.url()},
+         {QStringLiteral("fresh"), options.fresh},
+         {QStringLiteral("touring"), options.tour},
+         {QStringLiteral("pictureDesk"), QVariant::fromValue<QObject *>(&pictureDesk)},
+         {QStringLiteral("samples"), QVariant::fromValue<QObject *>(&samples)},
+         {QStringLiteral("robot"), QVariant::fromValue<QObject *>(&robot)}});
     engine.load(QUrl(QStringLiteral("qrc:/chat/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1;

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QStandardPaths>
 #include <QWheelEvent>
 
 namespace {
@@ -159,13 +160,30 @@ QString Robot::makeFile(const QString &name, const QString &text) const
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? file.fileName() : QString();
 }
 
+int Robot::countStartEntries() const
+{
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return QDir(config + QStringLiteral("/autostart")).entryList(QDir::Files).size();
+}
+
 bool Robot::takePicture(QQuickWindow *window, const QString &name) const
 {
     if (!window)
         return false;
     if (folder.isEmpty())
         return true;
-    const QImage picture = window->grabWindow();
+    QImage picture = window->grabWindow();
+    QPainter painter(&picture);
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow *other : windows) {
+        auto *card = qobject_cast<QQuickWindow *>(other);
+        if (card && card->isVisible() && (card->flags() & Qt::WindowType_Mask) == Qt::ToolTip)
+            painter.drawImage(card->position() - window->position(), card->grabWindow());
+    }
+    painter.end();
+    // Without a compositor the shadow around the window is black.
+    const int margin = window->property("margin").toInt();
+    picture = picture.copy(picture.rect().adjusted(margin, margin, -margin, -margin));
     return !picture.isNull() && QDir().mkpath(folder) &&
            picture.save(QDir(folder).filePath(name + QStringLiteral(".png")));
 }

@@ -31,7 +31,10 @@ public:
     Q_INVOKABLE void copyPicture() const;
     /// Writes a text file that goes with the tour. Its path, or "" when that failed.
     [[nodiscard]] Q_INVOKABLE QString makeFile(const QString &name, const QString &text) const;
-    /// Saves what `window` shows as `name`.png. False when it could not be grabbed or written.
+    /// How many programs start when this user logs on.
+    [[nodiscard]] Q_INVOKABLE int countStartEntries() const;
+    /// Saves what `window` shows, with the cards that lie over it, as `name`.png. False when it could not be
+    /// grabbed or written.
     [[nodiscard]] Q_INVOKABLE bool takePicture(QQuickWindow *window, const QString &name) const;
 
 private:

@@ -1,4 +1,5 @@
 import QtQml 2.15
+import "theme"
 import "tour"
 
 // Two people on one desk: Alice's window and Bob's.
@@ -9,10 +10,15 @@ QtObject {
     property bool fresh: false
     property bool touring: false
     property QtObject robot: null
+    property QtObject pictureDesk: null
+    property QtObject samples: null
 
     readonly property ChatWindow alice: ChatWindow {
         user: 1
         startWith: "aurora"
+        first: true
+        pictureDesk: main.pictureDesk
+        samples: main.samples
         serverUrl: main.serverUrl
         fresh: main.fresh
         x: 60
@@ -23,6 +29,8 @@ QtObject {
     readonly property ChatWindow bob: ChatWindow {
         user: 2
         startWith: "1-2"
+        pictureDesk: main.pictureDesk
+        samples: main.samples
         serverUrl: main.serverUrl
         fresh: main.fresh
         x: 420
@@ -39,6 +47,7 @@ QtObject {
     }
 
     Component.onCompleted: {
+        Theme.pictures = samples
         if (touring)
             tour.createObject(main)
     }

@@ -8,6 +8,7 @@ Rectangle {
     property bool own: false
     property string clock
     property string delivery // "", "sending", "sent" or "failed"
+    property real progress: 0 // of sending, 0 to 1
 
     radius: Theme.bubbleRadius
     color: own ? Theme.ownBubble : Theme.bubble

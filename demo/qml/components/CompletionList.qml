@@ -79,6 +79,7 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 size: 28
                 name: row.modelData.title
+                person: completion.withAvatars ? row.modelData.value : 0
             }
 
             DrawableText {

@@ -18,6 +18,7 @@ Item {
     readonly property alias picker: picker
     readonly property alias completion: completion
     readonly property alias emojiButton: emojiButton
+    readonly property alias shotButton: shotButton
     readonly property alias sendButton: sendButton
     readonly property alias counter: counter
     readonly property alias attachments: attachmentModel
@@ -26,6 +27,7 @@ Item {
     // `mentions` are user blocks of `text`, `files` are local paths.
     signal sent(string text, var mentions, var files)
     signal refused(string why)
+    signal screenshotRequested()
 
     implicitHeight: frame.height + 28
 
@@ -158,10 +160,19 @@ Item {
             onClicked: picker.open()
         }
 
+        IconButton {
+            id: shotButton
+
+            anchors { left: emojiButton.right; bottom: parent.bottom; bottomMargin: 6 }
+            iconName: "scissors"
+            hint: qsTr("Take a piece of the screen")
+            onClicked: composer.screenshotRequested()
+        }
+
         Flickable {
             id: flick
 
-            anchors { left: emojiButton.right; right: counter.left; top: strip.bottom; bottom: parent.bottom }
+            anchors { left: shotButton.right; right: counter.left; top: strip.bottom; bottom: parent.bottom }
             anchors { leftMargin: 2; rightMargin: 6; topMargin: 4; bottomMargin: 4 }
             clip: true
             boundsBehavior: Flickable.StopAtBounds

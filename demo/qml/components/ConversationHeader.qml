@@ -27,6 +27,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         size: 38
         name: title.text
+        person: header.peer
         online: header.peer > 0 && header.client.onlineUsers.indexOf(header.peer) !== -1
     }
 

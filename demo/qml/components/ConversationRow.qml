@@ -11,6 +11,7 @@ AbstractButton {
     property double time: 0
     property int unread: 0
     property bool online: false
+    property int peer: 0 // the other one of two, 0 for a group
     property bool current: false
     readonly property alias previewItem: previewText
 
@@ -28,6 +29,7 @@ AbstractButton {
             x: 10
             anchors.verticalCenter: parent.verticalCenter
             name: row.title
+            person: row.peer
             size: 44
             online: row.online
         }

@@ -25,10 +25,21 @@ BubbleFrame {
         color: Theme.accent
 
         Icon {
+            visible: !upload.visible
             anchors.centerIn: parent
             name: "file"
             size: 24
             color: "white"
+        }
+
+        CircleProgress {
+            id: upload
+
+            anchors.centerIn: parent
+            visible: bubble.delivery === "sending"
+            radius: 16
+            color: "white"
+            progress: bubble.progress
         }
     }
 

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import "qrc:/qml" as Documents
 import "../theme"
 
 AbstractButton {
@@ -15,6 +16,12 @@ AbstractButton {
     implicitWidth: 36
     implicitHeight: 36
     hoverEnabled: true
+    onPressed: {
+        ripple.active = true
+        ripple.item.touchStart(pressX, pressY)
+    }
+    onReleased: ripple.item.touchEnd()
+    onCanceled: ripple.item.touchEnd()
     Accessible.name: hint
     contentItem: Item {
         Icon {
@@ -36,6 +43,18 @@ AbstractButton {
             opacity: button.checked || button.down || button.hovered ? (button.fill.a > 0 ? 0.2 : 1) : 0
 
             Behavior on opacity { NumberAnimation { duration: Theme.quick } }
+        }
+    }
+
+    // Most buttons are never pressed.
+    Loader {
+        id: ripple
+
+        active: false
+        anchors.fill: parent
+        sourceComponent: Documents.ButtonClickEffect {
+            backgroundColor: "#08000000"
+            spreadColor: "#18000000"
         }
     }
 }

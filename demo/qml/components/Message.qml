@@ -19,6 +19,7 @@ Item {
     required property bool follows
     required property string delivery
     required property string attachment // as JSON, "" for none
+    required property double progress // of sending, 0 to 1
 
     property int me
     property bool named: true
@@ -27,6 +28,7 @@ Item {
     readonly property bool own: author === me
     readonly property bool notice: kind === "notice"
     readonly property Item bubble: notice ? null : bubbleLoader.item
+    readonly property alias face: face
     readonly property Item textItem: bubble ? bubble.textItem : noticeLoader.item
     readonly property var file: attachment !== "" ? JSON.parse(attachment) : ({})
     readonly property real widest: Math.min(620, width * 0.72)
@@ -39,6 +41,8 @@ Item {
     signal hoverEnded()
     signal menuRequested(Item textItem, point at)
     signal pictureClicked(string path)
+    signal personHovered(int person, Item near)
+    signal personLeft()
 
     height: content.y + content.height
     ListView.onPooled: {
@@ -70,14 +74,20 @@ Item {
         height: row.notice ? noticeLoader.height : (nameLabel.visible ? 20 : 0) + bubbleLoader.height
 
         Avatar {
+            id: face
+
             visible: !row.notice && !row.own && !row.follows
             x: 20
             size: 34
             name: People.nameOf(row.author)
+            person: row.author
 
             MouseArea {
                 anchors.fill: parent
+                hoverEnabled: true
                 cursorShape: Qt.PointingHandCursor
+                onEntered: row.personHovered(row.author, parent)
+                onExited: row.personLeft()
                 onClicked: row.personClicked(row.author, parent)
             }
         }
@@ -156,6 +166,7 @@ Item {
             file: row.file
             clock: Format.clock(row.time)
             delivery: row.own ? row.delivery : ""
+            progress: row.progress
         }
     }
 
@@ -169,6 +180,7 @@ Item {
             widest: row.widest
             clock: Format.clock(row.time)
             delivery: row.own ? row.delivery : ""
+            progress: row.progress
             onClicked: row.pictureClicked(row.file.path)
         }
     }

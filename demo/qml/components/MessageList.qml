@@ -22,6 +22,8 @@ ListView {
     signal hoverEnded()
     signal menuRequested(Item textItem, point at)
     signal pictureClicked(string path)
+    signal personHovered(int person, Item near)
+    signal personLeft()
 
     verticalLayoutDirection: ListView.BottomToTop
     interactive: false
@@ -47,11 +49,19 @@ ListView {
         onHoverEnded: list.hoverEnded()
         onMenuRequested: list.menuRequested(textItem, at)
         onPictureClicked: list.pictureClicked(path)
+        onPersonHovered: list.personHovered(person, near)
+        onPersonLeft: list.personLeft()
     }
 
     onAtNewestChanged: {
         if (atNewest)
             missed = 0
+    }
+
+    // What is read stays in view when the window changes its size.
+    onHeightChanged: {
+        if (atNewest)
+            Qt.callLater(showNewest)
     }
 
     // A message was added below: whoever reads the newest ones sees it, whoever reads old ones is not disturbed.

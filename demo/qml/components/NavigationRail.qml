@@ -8,6 +8,7 @@ Rectangle {
     property var pages: [] // of { key, icon, title }
     property string current
     property string userName
+    property int user: 0
     property bool online: false
 
     signal chosen(string key)
@@ -20,6 +21,7 @@ Rectangle {
         y: 14
         size: 36
         name: rail.userName
+        person: rail.user
         online: rail.online
     }
 

@@ -21,6 +21,7 @@ Popup {
 
             size: 56
             name: card.details.name
+            person: card.person
             online: card.online
         }
 

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import com.ostrel.im.component 1.0
 import "../theme"
 
-// A picture, never larger than it is. A click opens the viewer.
+// A picture as a whole, over a blurred copy of itself where its shape leaves room. A click opens the viewer.
 BubbleFrame {
     id: bubble
 
@@ -10,33 +10,51 @@ BubbleFrame {
     property var file: ({})
     property real widest: 400
     readonly property Item textItem: null
+    readonly property alias picture: picture
     readonly property real factor: Math.min(1, Math.min(widest, 360) / Math.max(1, file.width || 0),
                                             240 / Math.max(1, file.height || 0))
 
     signal clicked()
 
-    width: Math.max(140, (file.width || 0) * factor)
-    height: Math.max(80, (file.height || 0) * factor)
+    width: Math.max(220, (file.width || 0) * factor)
+    height: Math.max(110, (file.height || 0) * factor)
 
-    Image {
-        anchors { fill: parent; margins: 3 }
-        asynchronous: true
+    ImageRender {
+        id: picture
+
+        anchors { fill: parent; margins: 1 }
+        sourceFillMode: ImageRender.PreserveAspectFit
+        backgroundFillMode: ImageRender.PreserveAspectCrop
+        blurRadius: 3
         sourceSize: Qt.size(720, 480)
-        fillMode: Image.PreserveAspectFit
-        source: bubble.file.path ? ImUtil.fromLocalFile(bubble.file.path) : ""
+        topLeftRadius: Theme.bubbleRadius
+        topRightRadius: Theme.bubbleRadius
+        bottomLeftRadius: Theme.bubbleRadius
+        bottomRightRadius: Theme.bubbleRadius
+        // The thumbnail came with the message, so that there is something to see at once.
+        backgroundSource: bubble.file.thumbnail || ""
+        source: bubble.file.path || ""
+    }
+
+    CircleProgress {
+        anchors.centerIn: parent
+        visible: bubble.delivery === "sending"
+        radius: 22
+        color: "white"
+        progress: bubble.progress
     }
 
     Rectangle {
-        anchors { fill: footer; margins: -4; leftMargin: -8; rightMargin: -8 }
+        anchors { fill: footer; margins: -3; leftMargin: -8; rightMargin: -8 }
         radius: height / 2
-        color: "#ccffffff"
+        color: "#d9ffffff"
     }
 
     BubbleFooter {
         id: footer
 
         bubble: bubble
-        anchors { right: parent.right; bottom: parent.bottom; rightMargin: 16; bottomMargin: 12 }
+        anchors { right: parent.right; bottom: parent.bottom; rightMargin: 16; bottomMargin: 11 }
     }
 
     MouseArea {

@@ -1,16 +1,16 @@
 import QtQuick 2.15
+import com.ostrel.im.component 1.0
 
 // Scrolls a Flickable as a desktop expects it: the wheel moves it in short eased steps, and a drag of the mouse
 // is left to what lies inside, so that text can be selected. Put it behind the content and set `interactive` of
 // the Flickable to false.
-MouseArea {
+ScrollController {
     id: scroller
 
     property Flickable view
-    readonly property real notch: 110
+    readonly property real speed: 2.4 // a notch of the wheel is about seven lines of text
 
-    acceptedButtons: Qt.NoButton
-    onWheel: scrollBy(-wheel.angleDelta.y / 120 * notch)
+    onWheel: scrollBy(-y * speed)
 
     function scrollBy(distance) {
         const from = motion.running ? motion.to : view.contentY

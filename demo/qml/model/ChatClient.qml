@@ -13,6 +13,7 @@ Item {
     property url serverUrl
     property bool fresh: false
     property string startWith // the conversation to open first
+    property QtObject pictureDesk: null
 
     readonly property string userName: People.nameOf(user)
     readonly property bool connected: socket.isConnected
@@ -22,16 +23,21 @@ Item {
     property var tags: [] // of the open conversation
     readonly property var current: conversation(currentId)
     readonly property alias messages: messageModel
+    readonly property alias settings: settings
+    property int unreadTotal: 0
 
     signal received(string conversationId, string messageId)
 
     property var database: null
     property int serial: 0
+    property var uploads: ({}) // messages that wait for their files
+    readonly property int pieceSize: 16384
 
     Component.onCompleted: {
         database = Store.open(user)
         if (fresh)
             Store.clear(database)
+        settings.load(database)
         if (Store.isEmpty(database))
             Store.save(database, SampleData.history(Date.now()))
         for (const entry of SampleData.conversations.filter(entry => entry.members.indexOf(user) !== -1))
@@ -61,6 +67,21 @@ Item {
         messageModel.fill(history)
         tags = Linkify.tags(history)
         conversationModel.setProperty(indexOf(id), "unread", 0)
+        countUnread()
+    }
+
+    function countUnread() {
+        let total = 0
+        for (let i = 0; i < conversationModel.count; ++i)
+            total += conversationModel.get(i).unread
+        unreadTotal = total
+    }
+
+    // Forgets what was said in the open conversation, in this window only.
+    function forget() {
+        Store.clearConversation(database, currentId)
+        messageModel.clear()
+        conversationModel.set(indexOf(currentId), { preview: "", time: 0 })
     }
 
     // Sends what somebody wrote: the text with its mentions, then each file. A text between two lines of "```" is a
@@ -83,6 +104,7 @@ Item {
         const isPicture = ImUtil.isImageFormat(path)
         return { text: info.fileName, blocks: [], kind: isPicture ? "picture" : "file",
                  attachment: { path: info.filePath, bytes: info.size, changed: Number(info.lastModified),
+                               thumbnail: isPicture ? pictureDesk.thumbnail(path) : "",
                                width: isPicture ? size.width : 0, height: isPicture ? size.height : 0 } }
     }
 
@@ -94,7 +116,39 @@ Item {
                                         time: Date.now() }, content)
         keep(message, connected ? "sending" : "failed")
         if (connected)
-            socket.sendTextMessage(JSON.stringify(Object.assign({ type: "message" }, message)))
+            upload(message)
+    }
+
+    // A file goes ahead of its message, piece by piece; the service asks for the next one when it has the last.
+    function upload(message) {
+        const bytes = message.attachment ? message.attachment.bytes : 0
+        uploads[message.id] = { message: message, pieces: Math.min(60, Math.ceil(bytes / pieceSize)) }
+        sendPiece(message.id, 0)
+    }
+
+    function sendPiece(id, index) {
+        const entry = uploads[id]
+        if (!entry)
+            return
+        messageModel.setProgress(id, entry.pieces > 0 ? index / entry.pieces : 1)
+        if (index < entry.pieces) {
+            socket.sendTextMessage(JSON.stringify({ type: "piece", id: id, index: index }))
+        } else {
+            delete uploads[id]
+            socket.sendTextMessage(JSON.stringify(Object.assign({ type: "message" }, entry.message)))
+        }
+    }
+
+    // The conversations with that person, newest first.
+    function sharedWith(person) {
+        const found = []
+        for (let i = 0; i < conversationModel.count; ++i) {
+            const row = conversationModel.get(i)
+            if (conversation(row.conversationId).members.indexOf(person) !== -1)
+                found.push({ conversationId: row.conversationId, title: row.title, preview: row.preview, time: row.time,
+                             peer: row.peer })
+        }
+        return found
     }
 
     function keep(message, delivery) {
@@ -108,6 +162,7 @@ Item {
         if (message.conversation !== currentId)
             conversationModel.setProperty(index, "unread", conversationModel.get(index).unread + 1)
         conversationModel.move(index, 0, 1)
+        countUnread()
     }
 
     function rowOf(entry) {
@@ -152,6 +207,9 @@ Item {
         case "accepted":
             messageModel.setDelivery(frame.id, "sent")
             break
+        case "piece":
+            sendPiece(frame.id, frame.index + 1)
+            break
         case "message":
             keep({ id: frame.id, conversation: frame.conversation, author: frame.author, text: frame.text,
                    blocks: frame.blocks || [], kind: frame.kind || "text", time: frame.time,
@@ -167,6 +225,10 @@ Item {
 
     MessageModel {
         id: messageModel
+    }
+
+    Settings {
+        id: settings
     }
 
     WebSocket {

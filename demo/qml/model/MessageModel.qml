@@ -26,6 +26,12 @@ ListModel {
             setProperty(index, "delivery", delivery)
     }
 
+    function setProgress(messageId, progress) {
+        const index = find(messageId)
+        if (index !== -1)
+            setProperty(index, "progress", progress)
+    }
+
     function find(messageId) {
         for (let i = 0; i < count; ++i) {
             if (get(i).messageId === messageId)
@@ -55,6 +61,7 @@ ListModel {
         return { messageId: message.id, author: message.author, body: message.text,
                  blocks: JSON.stringify(message.blocks), kind: message.kind, time: message.time,
                  dayTitle: newDay ? Format.day(message.time) : "", follows: follows, delivery: delivery,
-                 attachment: message.attachment ? JSON.stringify(message.attachment) : "" }
+                 attachment: message.attachment ? JSON.stringify(message.attachment) : "",
+                 progress: 0 }
     }
 }

@@ -10,6 +10,19 @@ const everyone = [
     { id: 6, name: "Priya", role: "Quality" },
 ]
 
+// The same by team, as a tree: branches have `elements`, leaves a `person`.
+function teams() {
+    const leaf = id => ({ text: nameOf(id), person: id })
+    return [
+        { text: "Design", elements: [leaf(1)] },
+        { text: "Engineering", elements: [
+            { text: "Desktop", elements: [leaf(2)] },
+            { text: "Text", elements: [leaf(3), leaf(4)] },
+        ] },
+        { text: "Release", elements: [leaf(5), leaf(6)] },
+    ]
+}
+
 function exists(id) {
     return everyone.some(person => person.id === id)
 }

@@ -14,8 +14,24 @@ function open(user) {
         if (made.indexOf("attachment") === -1)
             tx.executeSql("ALTER TABLE messages ADD COLUMN attachment TEXT NOT NULL DEFAULT ''")
         tx.executeSql("CREATE INDEX IF NOT EXISTS messages_by_time ON messages (conversation, time)")
+        tx.executeSql("CREATE TABLE IF NOT EXISTS settings (name TEXT PRIMARY KEY, value TEXT NOT NULL)")
     })
     return database
+}
+
+// The settings as an object, each as it was kept.
+function settings(database) {
+    const found = {}
+    database.readTransaction(tx => {
+        const rows = tx.executeSql("SELECT * FROM settings").rows
+        for (let i = 0; i < rows.length; ++i)
+            found[rows.item(i).name] = JSON.parse(rows.item(i).value)
+    })
+    return found
+}
+
+function keepSetting(database, name, value) {
+    database.transaction(tx => tx.executeSql("INSERT OR REPLACE INTO settings VALUES (?, ?)", [name, JSON.stringify(value)]))
 }
 
 function isEmpty(database) {
@@ -24,6 +40,10 @@ function isEmpty(database) {
         count = tx.executeSql("SELECT COUNT(*) AS count FROM messages").rows.item(0).count
     })
     return count === 0
+}
+
+function clearConversation(database, conversation) {
+    database.transaction(tx => tx.executeSql("DELETE FROM messages WHERE conversation = ?", [conversation]))
 }
 
 function clear(database) {

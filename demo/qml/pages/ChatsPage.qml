@@ -8,6 +8,12 @@ Item {
     property ChatClient client
     readonly property alias conversation: conversation
     readonly property alias conversations: conversations
+    property alias wallpaper: conversation.wallpaper
+
+    signal screenshotRequested()
+    signal pictureClicked(string path)
+    signal personHovered(int person, Item near)
+    signal personLeft()
 
     ConversationList {
         id: conversations
@@ -23,5 +29,9 @@ Item {
         anchors { left: conversations.right; right: parent.right }
         height: parent.height
         client: page.client
+        onScreenshotRequested: page.screenshotRequested()
+        onPictureClicked: page.pictureClicked(path)
+        onPersonHovered: page.personHovered(person, near)
+        onPersonLeft: page.personLeft()
     }
 }

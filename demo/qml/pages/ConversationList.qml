@@ -38,7 +38,7 @@ Rectangle {
         move: Transition { NumberAnimation { property: "y"; duration: 180; easing.type: Easing.OutCubic } }
         delegate: ConversationRow {
             required property string conversationId
-            required property int peer
+            required peer
             required title
             required preview
             required time

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import com.ostrel.im.component 1.0
 import "../components"
 import "../model"
 import "../theme"
@@ -18,7 +19,13 @@ Item {
     readonly property alias newestButton: newestButton
     property var matches: []
     property string shownId
+    property string wallpaper
     property var drafts: ({}) // what was being written, by conversation
+
+    signal screenshotRequested()
+    signal pictureClicked(string path)
+    signal personHovered(int person, Item near)
+    signal personLeft()
 
     function openSearch(words) {
         searchBar.visible = true
@@ -75,6 +82,17 @@ Item {
         color: Theme.window
     }
 
+    Loader {
+        anchors.fill: messageList
+        active: page.wallpaper !== ""
+        sourceComponent: DrawableImage {
+            fillMode: DrawableImage.PreserveAspectCrop
+            backgroundColor: Theme.window
+            opacity: 0.55
+            source: page.wallpaper
+        }
+    }
+
     ConversationHeader {
         id: header
 
@@ -120,6 +138,9 @@ Item {
         }
         onLinkHovered: hoverCard.show(link, near, x, y)
         onHoverEnded: hoverCard.hide()
+        onPictureClicked: page.pictureClicked(path)
+        onPersonHovered: page.personHovered(person, near)
+        onPersonLeft: page.personLeft()
         onMenuRequested: {
             menu.textItem = textItem
             menu.popup(textItem, at)
@@ -147,6 +168,7 @@ Item {
             messageList.showNewest()
         }
         onRefused: toast.show(why)
+        onScreenshotRequested: page.screenshotRequested()
     }
 
     HoverCard {

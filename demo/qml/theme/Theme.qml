@@ -3,6 +3,7 @@ import QtQuick 2.15
 
 // Every colour, font and distance of the client.
 QtObject {
+    property QtObject pictures: null // of people
     readonly property color window: "#f5f7fb"
     readonly property color panel: "#ffffff"
     readonly property color rail: "#eaeef6"
@@ -15,14 +16,15 @@ QtObject {
     readonly property color inkSoft: "#66728a"
     readonly property color inkFaint: "#98a3b8"
 
-    readonly property color accent: "#3d6df2"
-    readonly property color accentDark: "#2f59d0"
-    readonly property color accentSoft: "#e6edff"
+    readonly property color ownAccent: "#3d6df2"
+    property color accent: ownAccent // a picture can give another one
+    readonly property color accentDark: Qt.darker(accent, 1.17)
+    readonly property color accentSoft: paled(accent, 0.12)
     readonly property color online: "#25b36c"
     readonly property color warning: "#d64545"
 
     readonly property color bubble: "#ffffff"
-    readonly property color ownBubble: "#dce7ff"
+    readonly property color ownBubble: paled(accent, 0.18)
     readonly property color link: "#2456d3"
     readonly property color mention: "#7b3fe4"
     readonly property color email: "#0e7490"
@@ -49,6 +51,11 @@ QtObject {
     readonly property int bubbleRadius: 14
     readonly property int headerHeight: 64
     readonly property int quick: 120
+
+    // What is left of a colour on white paper.
+    function paled(color, share) {
+        return Qt.rgba(1 - (1 - color.r) * share, 1 - (1 - color.g) * share, 1 - (1 - color.b) * share, 1)
+    }
 
     function avatarColor(key) {
         let sum = 7

@@ -1,6 +1,8 @@
 import QtQml 2.15
 import QtQuick 2.15
+import com.ostrel.im.component 1.0
 import ".."
+import "../theme"
 
 // Walks through the client as a person would, with real pointer and key events, checks what happens and takes a
 // picture of each page. A page is an entry of `steps`:
@@ -23,7 +25,7 @@ QtObject {
     readonly property int settling: 450 // longer than any animation of the client
     property int position: 0
     readonly property var step: steps[position]
-    readonly property ChatWindow window: step.at ? step.at() : alice
+    readonly property var window: step.at ? step.at() : alice
     property int phase: Tour.Activating
     property double startedAt: 0
     property double settledAt: 0
@@ -58,11 +60,13 @@ QtObject {
               robot.type(bob, "第二行 👍🏽")
               robot.key(bob, Qt.Key_Return)
           },
-          until: () => alice.client.messages.get(0).body === "First line\n第二行 👍🏽" && textAt(alice, 0).lineCount === 2,
+          until: () => alice.client.messages.get(0).body === "First line\n第二行 👍🏽" && textAt(alice, 0).lineCount === 2
+                       && alice.tray.flashing,
           picture: "answer" },
         { name: "a message for a closed conversation counts as unread", at: () => bob,
           act: () => { openRow(bob, "aurora"); write(bob, "Good night all 🌙") },
-          until: () => rowOf(alice, "aurora").unread === 1 && rowOf(alice, "aurora").preview === "Bob: Good night all 🌙" },
+          until: () => rowOf(alice, "aurora").unread === 1 && rowOf(alice, "aurora").preview === "Bob: Good night all 🌙"
+                       && alice.tray.messageCount === alice.client.unreadTotal && alice.tray.messageCount > 0 },
 
         { name: "Alice opens the group again", act: () => openRow(alice, "aurora"),
           until: () => alice.client.currentId === "aurora" && isLaidOut(alice, 0) },
@@ -130,7 +134,7 @@ QtObject {
         { name: "previews are cut", act: () => { openRow(alice, "release"); alice.width = 900 },
           until: () => alice.client.currentId === "release" && isLaidOut(alice, 0)
                        && previewOf(alice, "lunch").elidedText.endsWith("…"), picture: "previews" },
-        { name: "a wide window again", act: () => alice.width = 1120, until: () => alice.conversation.width > 700 },
+        { name: "a wide window again", act: () => alice.width = 1144, until: () => alice.conversation.width > 700 },
         { name: "Chinese", act: () => openRow(alice, "mei"), until: () => isLaidOut(alice, 0), picture: "chinese" },
         { name: "Arabic", act: () => openRow(alice, "omar"), until: () => isLaidOut(alice, 0), picture: "arabic" },
         { name: "emoji in messages", act: () => openRow(alice, "emoji"), until: () => isLaidOut(alice, 0),
@@ -230,8 +234,106 @@ QtObject {
           picture: "code" },
         { name: "the search ends", act: () => robot.key(alice, Qt.Key_Escape),
           until: () => !alice.conversation.searchBar.visible },
+        { name: "a conversation with faces", act: () => openRow(alice, "release"),
+          until: () => alice.client.currentId === "release" && isLaidOut(alice, 0) && faceInView(alice) !== null },
+        { name: "an avatar under the pointer shows a card",
+          act: () => { face = faceInView(alice); robot.hover(face, 12, 12) },
+          until: () => alice.nameCard.visible && alice.nameCard.person > 0, picture: "name-card" },
+        { name: "the card goes when the pointer does", act: () => robot.hover(alice.conversation.composer.input, 40, 15),
+          until: () => !alice.nameCard.visible },
+        { name: "the scissors show the whole screen", act: () => robot.click(alice.conversation.composer.shotButton, 18, 18),
+          until: () => alice.capture !== null && alice.capture.visible },
+        { name: "a drag draws the piece", at: () => alice.capture,
+          act: () => robot.drag(alice.capture.surface, 140, 120, 620, 420),
+          until: () => alice.capture.region.width > 400, picture: "capture" },
+        { name: "Return takes the piece", act: () => robot.key(alice.capture, Qt.Key_Return), at: () => alice.capture,
+          until: () => alice.conversation.composer.attachments.count === 1
+                       && alice.conversation.composer.attachments.get(0).isPicture },
+
+        { name: "the contacts", act: () => { alice.conversation.composer.clear(); alice.page = "contacts" },
+          until: () => alice.contactsPage.tree.width > 0 },
+        { name: "a branch of the tree opens", act: () => robot.click(alice.contactsPage.tree, 32, 166),
+          until: () => alice.contactsPage.tree.contentHeight > 280 },
+        { name: "a leaf of the tree shows the person", act: () => robot.click(alice.contactsPage.tree, 140, 204),
+          until: () => alice.contactsPage.chosen !== null && alice.contactsPage.chosen.id === 3
+                       && alice.contactsPage.shared.length === 4, picture: "contacts" },
+
+        { name: "the settings", act: () => alice.page = "settings",
+          until: () => alice.settingsPage.visible && alice.hotKey.shortcutString() === "Ctrl+Alt+J" },
+        { name: "another hot key",
+          act: () => {
+              robot.click(alice.settingsPage.hotKeyField, 20, 15)
+              alice.settingsPage.hotKeyField.selectAll()
+              robot.type(alice, "Ctrl+Alt+K")
+              robot.key(alice, Qt.Key_Return)
+          },
+          until: () => alice.hotKey.shortcutString() === "Ctrl+Alt+K" },
+        { name: "the program starts with the system", act: () => robot.click(alice.settingsPage.autoStartSwitch, 20, 12),
+          until: () => AutoStart.enable && robot.countStartEntries() === 1 },
+        { name: "and no longer does", act: () => robot.click(alice.settingsPage.autoStartSwitch, 20, 12),
+          until: () => !AutoStart.enable && robot.countStartEntries() === 0 },
+        { name: "the service answers the proxy check",
+          act: () => {
+              alice.settingsPage.portField.text = String(alice.serverUrl).split(":")[2]
+              robot.click(alice.settingsPage.checkButton, 40, 18)
+          },
+          until: () => alice.settingsPage.proxyResult.text.startsWith("127.0.0.1 answers after") },
+        { name: "round window buttons", act: () => robot.click(alice.settingsPage.macSwitch, 20, 12),
+          until: () => alice.client.settings.macButtons && alice.titleBar.buttons.x < 100, picture: "settings" },
+        { name: "square ones again", act: () => robot.click(alice.settingsPage.macSwitch, 20, 12),
+          until: () => !alice.client.settings.macButtons },
+        { name: "forgetting asks first",
+          act: () => { alice.client.open("priya"); robot.click(alice.settingsPage.forgetButton, 40, 18) },
+          until: () => alice.question.opened, picture: "question" },
+        { name: "Escape is no", act: () => robot.key(alice, Qt.Key_Escape),
+          until: () => !alice.question.visible && alice.question.loop === null && alice.client.messages.count === 2 },
+        { name: "forgetting asks again", act: () => robot.click(alice.settingsPage.forgetButton, 40, 18),
+          until: () => alice.question.opened },
+        { name: "yes forgets", act: () => robot.click(alice.question.yesButton, 40, 18),
+          until: () => !alice.question.visible && alice.client.messages.count === 0 },
+
+        { name: "a button maximises the window", act: () => robot.click(alice.titleBar.buttons, 45, 15),
+          until: () => alice.windowState === Qt.WindowMaximized && alice.width > 1500 },
+        { name: "and brings it back", act: () => robot.click(alice.titleBar.buttons, 45, 15),
+          until: () => alice.windowState === Qt.WindowNoState && alice.width < 1200 },
+        { name: "closing minimises, if so set",
+          act: () => { alice.client.settings.minimizeOnClose = true; robot.click(alice.titleBar.buttons, 75, 15) },
+          until: () => {
+              if (alice.windowState !== Qt.WindowMinimized)
+                  return false
+              alice.client.settings.minimizeOnClose = false
+              alice.present()
+              return true
+          } },
+
+        { name: "a wallpaper gives its colour", act: () => robot.click(alice.settingsPage.wallpaperSwitch, 20, 12),
+          until: () => alice.client.settings.wallpaper !== "" && !Qt.colorEqual(Theme.accent, Theme.ownAccent) },
+        { name: "messages over the wallpaper", act: () => alice.openConversation("1-2"),
+          until: () => isLaidOut(alice, 0), picture: "wallpaper" },
+        { name: "the client's own colour again",
+          act: () => { alice.page = "settings"; robot.click(alice.settingsPage.wallpaperSwitch, 20, 12) },
+          until: () => Qt.colorEqual(Theme.accent, Theme.ownAccent) },
+        { name: "the gallery", act: () => alice.page = "gallery",
+          until: () => alice.galleryPage.content !== null && [0, 1].every(i => paletteAt(i).length > 2), picture: "gallery" },
+        { name: "the rest of the gallery",
+          act: () => { const view = alice.galleryPage.content; for (let i = 0; i < 9; ++i) robot.wheel(view, 200, 300, -120) },
+          until: () => alice.galleryPage.content.atYEnd, picture: "gallery-end" },
+        { name: "a map of 12,000 by 9,000 opens",
+          act: () => { alice.galleryPage.content.contentY = 0; robot.click(alice.galleryPage.content.mapButton, 40, 18) },
+          until: () => alice.viewer.visible && alice.viewer.loaded && alice.viewer.pictureSize.width === 12000,
+          picture: "map" },
+        { name: "the wheel zooms at the pointer",
+          act: () => { for (let i = 0; i < 9; ++i) robot.wheel(alice.viewer.surface, 700, 300, 120) },
+          until: () => alice.viewer.zoom > 5 * alice.viewer.fitting },
+        { name: "a drag moves the map",
+          act: () => { offset = alice.viewer.offset; robot.drag(alice.viewer.surface, 700, 300, 500, 200) },
+          until: () => Math.round(offset.x - alice.viewer.offset.x) === 200
+                       && Math.round(offset.y - alice.viewer.offset.y) === 100, picture: "map-zoomed" },
+        { name: "Escape closes the viewer", act: () => robot.key(alice, Qt.Key_Escape),
+          until: () => !alice.viewer.visible },
+
         { name: "a message of 100,000 characters",
-          act: () => { alice.conversation.composer.clear(); openRow(alice, "night") },
+          act: () => { alice.page = "chats"; openRow(alice, "night") },
           until: () => isLaidOut(alice, 0) },
         { name: "the long message is laid out", act: () => jumpTo(alice, "Chapter 1"),
           until: () => isTextFound("Chapter 1") && textItem.text.length === 100000 && textItem.lineCount > 1000 },
@@ -249,6 +351,8 @@ QtObject {
     ]
 
     property double scrolledFrom: 0
+    property Item face: null
+    property point offset
 
     readonly property Timer clock: Timer {
         interval: 25
@@ -354,6 +458,22 @@ QtObject {
         }
         fail("no place answers to " + link)
         return Qt.point(-1, -1)
+    }
+
+    // The first avatar from below that is in view.
+    function faceInView(window) {
+        const list = window.conversation.list
+        for (let i = 0; i < list.count; ++i) {
+            const item = list.itemAtIndex(i)
+            if (item && item.face.visible && item.mapToItem(list, 0, 0).y > 0)
+                return item.face
+        }
+        return null
+    }
+
+    function paletteAt(index) {
+        const item = alice.galleryPage.content.palettes.itemAt(index)
+        return item ? item.colors : []
     }
 
     function rowOf(window, id) {
