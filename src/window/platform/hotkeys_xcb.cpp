@@ -266,9 +266,8 @@ std::optional<NativeHotKey> pressedHotKey(const QByteArray &eventType, void *mes
     // Auto-repeat sends a release and a press of the same time; a press is meant to activate once.
     const bool repeats = key->detail == held.code || key->time == held.releaseTime;
     held.code = key->detail;
-    // As long as the grab lasts, the application's own window counts as inactive.
-    xcb_ungrab_keyboard(connection, key->time);
-    xcb_flush(connection);
+    // The grab lasts until the key is released: ended earlier, the release would go to whatever window has
+    // the focus, and the next press would be taken for a repetition of this one.
     if (repeats)
         return std::nullopt;
     return grab.value();
