@@ -24,8 +24,7 @@ QPixmap paintedOn(const QPixmap &icon, int count)
         return icon;
     QPixmap painted = icon;
     QPainter painter(&painted);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-
+    // With a hard edge: at this size a soft one mixes with the icon and makes the badge smaller.
     QPainterPath circle;
     circle.addEllipse(badge);
     painter.setPen(Qt::transparent);
