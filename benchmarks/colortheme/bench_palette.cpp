@@ -121,7 +121,8 @@ private:
         row.contenders = {ours("CUBE", ImageColorTheme::CUBE), ours("MMCQ", ImageColorTheme::MMCQ)};
 
         kirigami = std::make_unique<QQmlComponent>(&engine);
-        kirigami->setData("import org.kde.kirigami 2.13\nImageColors {}", QUrl());
+        // Its worker asks for the attached theme, which must be made on this thread.
+        kirigami->setData("import org.kde.kirigami 2.13\nImageColors { Theme.inherit: false }", QUrl());
         if (!kirigami->isReady()) {
             skip("Kirigami");
             return row;
