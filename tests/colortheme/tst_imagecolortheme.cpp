@@ -4,23 +4,18 @@
 #include "colortheme/imagecolortheme.h"
 
 #include "../util/interface.h"
-#include "gateimage.h"
 #include "palettereference.h"
 #include "testpictures.h"
+#include "themerecord.h"
 
-#include <QSemaphore>
-#include <QThreadPool>
 #include <QUrl>
 #include <QtTest>
 
 #include <messageguard.h>
 
 #include <memory>
-#include <thread>
 
 namespace {
-
-constexpr int patience = 20'000; ///< ms
 
 const std::initializer_list<const char *> declaredMembers = {
     "property QString source writable notify sourceChanged",
@@ -44,33 +39,6 @@ const std::initializer_list<const char *> declaredMembers = {
     "slot void setState(State)",
     "slot void setAlgorithm(Algorithm)",
 };
-
-/// Writes down the signals of a theme in the order in which they come.
-QStringList *record(ImageColorTheme &theme, QStringList *log)
-{
-    QObject::connect(&theme, &ImageColorTheme::ready, [log] { log->append(QStringLiteral("ready")); });
-    QObject::connect(&theme, &ImageColorTheme::sourceChanged,
-                     [log](const QString &source) { log->append(QStringLiteral("source ") + source); });
-    QObject::connect(&theme, &ImageColorTheme::themeColorChanged, [log](const QColor &color) {
-        log->append(QStringLiteral("themeColor ") + color.name());
-    });
-    QObject::connect(&theme, &ImageColorTheme::colorCountChanged,
-                     [log](int count) { log->append(QStringLiteral("colorCount %1").arg(count)); });
-    QObject::connect(&theme, &ImageColorTheme::stateChanged, [log](ImageColorTheme::State state) {
-        log->append(QStringLiteral("state %1").arg(int(state)));
-    });
-    QObject::connect(&theme, &ImageColorTheme::algorithmChanged, [log](ImageColorTheme::Algorithm algorithm) {
-        log->append(QStringLiteral("algorithm %1").arg(int(algorithm)));
-    });
-    return log;
-}
-
-/// Lets workers end and delivers what they queued.
-void settle()
-{
-    QThreadPool::globalInstance()->waitForDone();
-    QCoreApplication::processEvents();
-}
 
 } // namespace
 
@@ -106,15 +74,6 @@ private Q_SLOTS:
     void colorsAreClampedToThePalette();
     void themeColorSetByHandIsReplaced();
 
-    void overtakenWorkerAnnouncesTheNextPaletteTwice();
-    void initWaitsForARunningWorker();
-    void destructionWaitsForARunningWorker();
-    void destructionRunsAWorkerThatNeverStarted();
-    void clearedSourceDoesNotStopARunningWorker();
-    void unknownAlgorithmRunsNothing();
-    void processFinishedWithoutWorkerIsHarmless();
-    void workersNeedNoTarget();
-
 private:
     [[nodiscard]] QString path(const char *name) const { return folder.filePath(QString::fromLatin1(name)); }
 
@@ -134,7 +93,6 @@ void TestImageColorTheme::initTestCase()
     QVERIFY(testpictures::flat(QColor(200, 30, 30), 30, 30).save(path("red.png")));
     QVERIFY(testpictures::flat(QColor(200, 30, 30), 30, 30).save(path("a name.png")));
     QVERIFY(testpictures::flat(QColor(30, 30, 200), 30, 30).save(path("blue.png")));
-    QVERIFY(gateimage::write(path("gate.gate")));
     QFile text(path("text.png"));
     QVERIFY(text.open(QIODevice::WriteOnly));
     text.write("This is not a picture.");
@@ -150,7 +108,6 @@ void TestImageColorTheme::init()
 
 void TestImageColorTheme::cleanup()
 {
-    gateimage::open();
     settle();
     const QStringList unexpected = guard->unexpected();
     guard.reset();
@@ -481,153 +438,6 @@ void TestImageColorTheme::themeColorSetByHandIsReplaced()
     QCOMPARE(theme.themeColor(), QColor(Qt::green));
     settle();
     QCOMPARE(theme.themeColor(), QColor(200, 30, 30));
-}
-
-void TestImageColorTheme::overtakenWorkerAnnouncesTheNextPaletteTwice()
-{
-    ImageColorTheme theme;
-    QStringList log;
-    record(theme, &log);
-    theme.setSource(path("red.png"));
-    QThreadPool::globalInstance()->waitForDone();
-    theme.setSource(path("blue.png"));
-    settle();
-    // The first worker's call takes the second one's palette: red is never seen.
-    QCOMPARE(log,
-             QStringList({QStringLiteral("state 1"), QStringLiteral("source ") + path("red.png"),
-                          QStringLiteral("source ") + path("blue.png"), QStringLiteral("themeColor #1e1ec8"),
-                          QStringLiteral("ready"), QStringLiteral("state 2"), QStringLiteral("ready")}));
-}
-
-void TestImageColorTheme::initWaitsForARunningWorker()
-{
-    for (const auto algorithm : {ImageColorTheme::MMCQ, ImageColorTheme::CUBE}) {
-        ImageColorTheme theme;
-        theme.setAlgorithm(algorithm);
-        gateimage::close();
-        theme.setSource(path("gate.gate"));
-        QVERIFY(gateimage::waitForReader());
-        std::thread opener([] {
-            QThread::msleep(50);
-            gateimage::open();
-        });
-        theme.setSource(path("blue.png"));
-        QCOMPARE(gateimage::finishedReaders(), 1);
-        opener.join();
-        QTRY_COMPARE_WITH_TIMEOUT(theme.state(), ImageColorTheme::Ready, patience);
-        QCOMPARE(theme.getPalette(),
-                 algorithm == ImageColorTheme::CUBE
-                     ? reference::cubePalette(reference::readPicture(path("blue.png")), 10)
-                     : reference::mmcqPalette(reference::readPicture(path("blue.png")), 10));
-    }
-}
-
-void TestImageColorTheme::destructionWaitsForARunningWorker()
-{
-    for (const auto algorithm : {ImageColorTheme::MMCQ, ImageColorTheme::CUBE}) {
-        auto theme = std::make_unique<ImageColorTheme>();
-        theme->setAlgorithm(algorithm);
-        gateimage::close();
-        theme->setSource(path("gate.gate"));
-        QVERIFY(gateimage::waitForReader());
-        std::thread opener([] {
-            QThread::msleep(50);
-            gateimage::open();
-        });
-        theme.reset();
-        QCOMPARE(gateimage::finishedReaders(), 1);
-        opener.join();
-        settle();
-    }
-}
-
-void TestImageColorTheme::destructionRunsAWorkerThatNeverStarted()
-{
-    // With every thread of the pool taken, the worker still waits in its queue.
-    QThreadPool *pool = QThreadPool::globalInstance();
-    QSemaphore taken;
-    QSemaphore release;
-    const int threads = pool->maxThreadCount();
-    for (int i = 0; i < threads; ++i) {
-        pool->start([&] {
-            taken.release();
-            release.acquire();
-        });
-    }
-    QVERIFY(taken.tryAcquire(threads, patience));
-    {
-        ImageColorTheme theme;
-        theme.setSource(path("beach.png"));
-        theme.setSource(path("red.png"));
-        theme.init();
-    }
-    {
-        ImageColorTheme theme;
-        theme.setSource(path("beach.png"));
-        theme.setSource(path("red.png"));
-        release.release(threads);
-        settle();
-        QCOMPARE(theme.themeColor(), QColor(200, 30, 30));
-        QCOMPARE(theme.state(), ImageColorTheme::Ready);
-    }
-}
-
-void TestImageColorTheme::clearedSourceDoesNotStopARunningWorker()
-{
-    ImageColorTheme theme;
-    gateimage::close();
-    theme.setSource(path("gate.gate"));
-    QVERIFY(gateimage::waitForReader());
-    theme.setSource(QString());
-    QCOMPARE(theme.getPalette(), QList<QColor>());
-    QCOMPARE(theme.state(), ImageColorTheme::Initing);
-    gateimage::open();
-    QTRY_COMPARE_WITH_TIMEOUT(theme.state(), ImageColorTheme::Ready, patience);
-    QCOMPARE(theme.themeColor(), QColor(200, 30, 30));
-    QVERIFY(!theme.getPalette().isEmpty());
-}
-
-void TestImageColorTheme::unknownAlgorithmRunsNothing()
-{
-    ImageColorTheme theme;
-    theme.setAlgorithm(ImageColorTheme::Algorithm(7));
-    theme.setSource(path("red.png"));
-    settle();
-    QCOMPARE(theme.state(), ImageColorTheme::Initing);
-
-    // A cancelled worker's call then finds no worker behind it and no result, unless the worker was faster.
-    ImageColorTheme other;
-    gateimage::close();
-    other.setSource(path("gate.gate"));
-    QVERIFY(gateimage::waitForReader());
-    other.setAlgorithm(ImageColorTheme::Algorithm(7));
-    std::thread opener([] {
-        QThread::msleep(100);
-        gateimage::open();
-    });
-    other.init();
-    opener.join();
-    settle();
-    QVERIFY(other.getPalette().isEmpty() || other.getColor(0) == QColor(200, 30, 30));
-}
-
-void TestImageColorTheme::processFinishedWithoutWorkerIsHarmless()
-{
-    ImageColorTheme theme;
-    QSignalSpy ready(&theme, &ImageColorTheme::ready);
-    theme.processFinished();
-    QCOMPARE(ready.size(), 1);
-    QCOMPARE(theme.getPalette(), QList<QColor>());
-    QVERIFY(!theme.themeColor().isValid());
-}
-
-void TestImageColorTheme::workersNeedNoTarget()
-{
-    const QImage image = reference::readPicture(path("beach.png"));
-    QCOMPARE(processMmcq(path("beach.png"), 10, nullptr), reference::mmcqPalette(image, 10));
-    QCOMPARE(processCube(path("beach.png"), 10, nullptr), reference::cubePalette(image, 10));
-    QCOMPARE(processMmcq(path("missing.png"), 10, nullptr), QList<QColor>());
-    QCOMPARE(processCube(path("beach.png"), 1, nullptr), QList<QColor>());
 }
 
 QTEST_GUILESS_MAIN(TestImageColorTheme)
