@@ -177,9 +177,13 @@ void DrawableTextArea::dragMoveEvent(QDragMoveEvent *event)
 void DrawableTextArea::dropEvent(QDropEvent *event)
 {
     const QMimeData *mime = event->mimeData();
+    if (!mime->hasUrls() && !mime->hasText()) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
     if (mime->hasUrls())
         Q_EMIT dropFiles(mime->urls());
-    else if (mime->hasText())
+    else
         insertMime(mime, mime->text());
-    event->acceptProposedAction();
 }

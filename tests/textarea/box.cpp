@@ -48,8 +48,7 @@ QStringList Box::mentions()
     for (int i = 0; i < document()->characterCount() - 1; ++i) {
         // Behind a line end a cursor tells what follows.
         const bool isLineEnd = document()->characterAt(i) == QChar(QChar::ParagraphSeparator);
-        const QVariant serial =
-            isLineEnd ? QVariant() : formatAt(i).property(QTextFormat::UserProperty + 2);
+        const QVariant serial = isLineEnd ? QVariant() : formatAt(i).property(QTextFormat::UserProperty + 2);
         if (serial.isValid()) {
             if (serial != last)
                 list.append(QString());

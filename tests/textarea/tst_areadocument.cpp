@@ -111,6 +111,11 @@ private Q_SLOTS:
         const UserTextBlocks expected{aiteBlock(1, 2, 5)};
         QCOMPARE(areadocument::read(*builder).blocks, expected);
         QCOMPARE(areadocument::read(*builder).text, QStringLiteral("xa\nb"));
+
+        DocumentBuilder softly; // by line ends that make no new paragraph
+        softly.text(QStringLiteral("x")).mention(QStringLiteral("\u2028a\u2028b"), 1, mention(5));
+        const UserTextBlocks behindOne{aiteBlock(2, 2, 5)};
+        QCOMPARE(areadocument::read(*softly).blocks, behindOne);
     }
 
     void partsOfOneSerialCountWithTheLastMention()

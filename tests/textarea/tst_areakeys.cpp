@@ -663,15 +663,31 @@ private Q_SLOTS:
         QVERIFY(!clipboard->text(QClipboard::Selection).contains(QChar(0xEEEE)));
     }
 
-    void aMiddleClickBringsInNothingRaw()
+    void aMiddleClickPastesWhatOtherProgramsSelected_data()
     {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("raw");
+        QTest::newRow("spaces") << QStringLiteral("x y") << QStringLiteral("x\u00A0y");
+        QTest::newRow("tab") << QStringLiteral("x\ty") << QStringLiteral("x\uEEEFy");
+        QTest::newRow("lines") << QStringLiteral("x\ny") << QStringLiteral("x\ny");
+        for (const EmojiKind &kind : emojiKinds())
+            QTest::newRow(kind.name) << kind.source << QStringLiteral("\uEEEE");
+    }
+    void aMiddleClickPastesWhatOtherProgramsSelected()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, raw);
         QClipboard *clipboard = QGuiApplication::clipboard();
         if (!clipboard->supportsSelection())
             QSKIP("This window system has no second clipboard.");
-        clipboard->setText(QStringLiteral("x ") + family, QClipboard::Selection);
+        clipboard->setText(text, QClipboard::Selection);
         box->insertText(QStringLiteral("ab"));
         Pointer(box.get()).click(spot(1), Qt::MiddleButton);
-        QCOMPARE(box->raw(), QStringLiteral("ax\u00A0\uEEEEb"));
+        QCOMPARE(box->raw(), QLatin1Char('a') + raw + QLatin1Char('b'));
+        QCOMPARE(box->content(), QLatin1Char('a') + text + QLatin1Char('b'));
+        box->setReadOnly(true);
+        Pointer(box.get()).click(spot(1), Qt::MiddleButton);
+        QCOMPARE(box->content(), QLatin1Char('a') + text + QLatin1Char('b'));
     }
 
     // ---- input methods

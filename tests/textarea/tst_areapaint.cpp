@@ -87,6 +87,16 @@ private Q_SLOTS:
         draw();
         box->selectAll();
         QCOMPARE(overlayDifference({{1, QStringLiteral("1f600")}}, Qt::yellow), QString());
+        box->deselect();
+        draw();
+        box->setCursorPosition(3);
+        QSignalSpy repainted(box.get(), &DrawableTextArea::needUpdateEmojiChanged);
+        for (int i = 0; i < 2; ++i) {
+            box->key(Qt::Key_Left, Qt::ShiftModifier);
+            draw();
+        }
+        QCOMPARE(repainted.count(), 0);
+        QCOMPARE(overlayDifference({{1, QStringLiteral("1f600")}}, Qt::yellow), QString());
     }
 
     void removedEmojiVanish()
@@ -119,6 +129,20 @@ private Q_SLOTS:
         QCOMPARE(overlayDifference({{12, QStringLiteral("1f600")}}), QString());
         box->setTopPadding(30);
         QCOMPARE(overlayDifference({{12, QStringLiteral("1f600")}}), QString());
+    }
+
+    void emojiFollowTheAlignment()
+    {
+        box->insertText(grin);
+        draw();
+        box->setHAlign(QQuickTextEdit::AlignRight);
+        QCOMPARE(overlayDifference({{0, QStringLiteral("1f600")}}), QString());
+        box->setWidth(300);
+        QCOMPARE(overlayDifference({{0, QStringLiteral("1f600")}}), QString());
+        box->setVAlign(QQuickTextEdit::AlignBottom);
+        QCOMPARE(overlayDifference({{0, QStringLiteral("1f600")}}), QString());
+        box->setHeight(150);
+        QCOMPARE(overlayDifference({{0, QStringLiteral("1f600")}}), QString());
     }
 
     void emojiFollowAPreedit()

@@ -583,6 +583,7 @@ private Q_SLOTS:
         QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(box.get(), &drop);
         QCOMPARE(box->content(), QString());
+        QVERIFY(!drop.isAccepted());
     }
 
     void theCursorStaysWhileTheDragIsBetweenLines()
