@@ -8,6 +8,7 @@
 #include "shaderreference.h"
 #include "testpictures.h"
 
+#include <QPainter>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -165,6 +166,32 @@ private Q_SLOTS:
             Corners{clamped.at(0), clamped.at(1), clamped.at(2), clamped.at(3)}, desk);
         // A pixel whose middle lies on the edge of a picture may fall on either side of it.
         QCOMPARE(pixels::pictureDifference(window->picture(render), expected, {4, 0.002}), QString());
+    }
+
+    /// What a crop would cut off by a hundredth or less is squeezed in instead.
+    void cropUpToAHundredthIsNone_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<bool>("isCropped");
+        QTest::newRow("0.98 hundredths") << 204 << false;
+        QTest::newRow("1.5 hundredths") << 206 << true; // 3 of 206 pixels on each side
+    }
+
+    void cropUpToAHundredthIsNone()
+    {
+        QFETCH(int, width);
+        QFETCH(bool, isCropped);
+        // Two red columns at the left edge, which a crop would cut off.
+        QImage image = filledWith(Qt::green, QSize(width, 200));
+        QPainter(&image).fillRect(0, 0, 2, 200, Qt::red);
+        ImageRender *item = add(QSize(100, 100));
+        item->setSourceFillMode(ImageRender::PreserveAspectCrop);
+        item->setSourceSize(QSize(500, 500));
+        item->setSource(folder->add(QStringLiteral("a.png"), image));
+        QTRY_COMPARE_WITH_TIMEOUT(item->statusSource(), ImageRender::Ready, patience);
+        const QColor edge = window->picture(item).pixelColor(0, 50);
+        QCOMPARE(edge.red() > 200, !isCropped);
+        QCOMPARE(edge.green() > 100, isCropped);
     }
 
     void alphaOfTheBlendIsTheLargerOne()
