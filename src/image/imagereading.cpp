@@ -41,8 +41,8 @@ QSize decodingSize(const QSize &size, const QSize &target)
         const qint64 width = qint64(size.width()) * eighths;
         const qint64 height = qint64(size.height()) * eighths;
         if (width % decoderFractions == 0 && height % decoderFractions == 0 &&
-            width >= oversampling * decoderFractions * qint64(target.width()) &&
-            height >= oversampling * decoderFractions * qint64(target.height()))
+            width >= qint64(target.width()) * oversampling * decoderFractions &&
+            height >= qint64(target.height()) * oversampling * decoderFractions)
             return QSize(int(width / decoderFractions), int(height / decoderFractions));
     }
     return size;

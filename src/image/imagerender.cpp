@@ -288,7 +288,7 @@ void ImageRender::takeBackground()
 
 // ---- painting
 
-QList<QRectF> ImageRender::calcImageDisplayArea(QImage image, FillMode mode)
+QList<QRectF> ImageRender::calcImageDisplayArea(const QImage &image, FillMode mode)
 {
     DisplayAreas areas;
     if (!image.isNull() && mode == PreserveAspectFit)

@@ -88,7 +88,7 @@ public Q_SLOTS:
     void updatePath();
     /// The part of the item that `image` covers in `mode`, and the part of the image that is seen, in
     /// fractions of their sizes.
-    QList<QRectF> calcImageDisplayArea(QImage image, ImageRender::FillMode mode);
+    QList<QRectF> calcImageDisplayArea(const QImage &image, ImageRender::FillMode mode);
 
 Q_SIGNALS:
     void sourceChanged(QString source);

@@ -34,7 +34,7 @@ void blurRuns(const Plane &from, const Plane &to, int length, int lines, const W
             quint32 sum = 0;
             for (int k = -radius; k <= radius; ++k) {
                 const int index = std::min(std::max(i + k, 0), length - 1);
-                sum += weights[size_t(k + radius)] * source[index * from.pixelStep];
+                sum += weights[unsigned(k + radius)] * source[index * from.pixelStep];
             }
             target[i * to.pixelStep] = uchar(float(sum) * inverse);
         }
@@ -52,8 +52,8 @@ void quadraticBlur(uchar *bits, int width, int height, int components, int radiu
     quint32 total = 0;
     for (int k = -r; k <= r; ++k) {
         const int distance = r - std::abs(k);
-        weights[size_t(k + r)] = quint32(distance * distance);
-        total += weights[size_t(k + r)];
+        weights[unsigned(k + r)] = quint32(distance * distance);
+        total += weights[unsigned(k + r)];
     }
     const float inverse = 1.0F / float(total);
 

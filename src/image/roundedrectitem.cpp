@@ -120,7 +120,7 @@ void RoundedRectItem::updatePath()
     path.closeSubpath();
 }
 
-QGradientStop RoundedRectItem::parseStop(QVariant data)
+QGradientStop RoundedRectItem::parseStop(const QVariant &data)
 {
     const QVariantMap stop = data.toMap();
     QVariant color = stop.value(QStringLiteral("color"));

@@ -65,7 +65,7 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void updatePath();
-    QGradientStop parseStop(QVariant data);
+    QGradientStop parseStop(const QVariant &data);
 
 private:
     struct Values
