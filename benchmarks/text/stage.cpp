@@ -15,6 +15,12 @@ Stage::Stage()
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, &window, [this] { frames.fetchAndAddOrdered(1); },
         Qt::DirectConnection);
+    QObject::connect(
+        &window, &QQuickWindow::beforeSynchronizing, &window, [this] { synchronisation.start(); },
+        Qt::DirectConnection);
+    QObject::connect(
+        &window, &QQuickWindow::afterSynchronizing, &window,
+        [this] { synchronised.fetchAndAddOrdered(synchronisation.nsecsElapsed()); }, Qt::DirectConnection);
     window.setGeometry(0, 0, 800, 900);
     window.show();
     drawFrame();
@@ -31,6 +37,11 @@ void Stage::drawFrame()
         if (timer.elapsed() > patience)
             qFatal("The window draws no frames");
     }
+}
+
+double Stage::synchronisationTime() const
+{
+    return double(synchronised.loadAcquire()) / 1e6;
 }
 
 void Stage::sendMouse(QEvent::Type type, QPointF position)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QQuickWindow>
 
 /// A window with OpenGL whose frames can be waited for.
@@ -14,10 +15,16 @@ public:
     /// Draws what has changed and returns once the frame is on the screen.
     void drawFrame();
 
+    /// For how many milliseconds the items of the frames so far held the GUI thread up to hand their nodes to
+    /// the scene graph.
+    [[nodiscard]] double synchronisationTime() const;
+
     /// Sends a mouse event to the items, as the window system would.
     void sendMouse(QEvent::Type type, QPointF position);
 
 private:
     QQuickWindow window;
     QAtomicInt frames;
+    QElapsedTimer synchronisation;       ///< render thread only
+    QAtomicInteger<qint64> synchronised; ///< nanoseconds
 };
