@@ -27,6 +27,9 @@ struct Row
     QVector<Contender> contenders; ///< the first is the one that is judged
     QVector<Target> targets;
     double limit = -1.0; ///< what the first may cost at most in itself; negative for no limit
+    /// Index of a contender that does nothing but what the machine does to anyone; -1 for none. While that
+    /// alone is above `limit` there is no saying whether the first is.
+    int control = -1;
     int rounds = 9;
 };
 
