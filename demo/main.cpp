@@ -5,6 +5,7 @@
 #include "picturedesk.h"
 #include "robot.h"
 #include "samplepictures.h"
+#include "typecensus.h"
 #include "warningcounter.h"
 
 #include <QApplication>
@@ -17,6 +18,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -99,6 +101,8 @@ int main(int argc, char **argv)
     const QString pictureFolder = QDir(store).filePath(QStringLiteral("pictures"));
     PictureDesk pictureDesk(pictureFolder);
     SamplePictures samples(pictureFolder);
+    // Before the engine, so that nothing is made without it.
+    const auto census = options.tour ? std::make_unique<TypeCensus>() : nullptr;
     Robot robot(options.pictureFolder);
     QQmlApplicationEngine engine;
     engine.addImportPath(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../qml")));
@@ -109,6 +113,7 @@ int main(int argc, char **argv)
          {QStringLiteral("touring"), options.tour},
          {QStringLiteral("pictureDesk"), QVariant::fromValue<QObject *>(&pictureDesk)},
          {QStringLiteral("samples"), QVariant::fromValue<QObject *>(&samples)},
+         {QStringLiteral("census"), QVariant::fromValue<QObject *>(census.get())},
          {QStringLiteral("robot"), QVariant::fromValue<QObject *>(&robot)}});
     engine.load(QUrl(QStringLiteral("qrc:/chat/Main.qml")));
     if (engine.rootObjects().isEmpty())

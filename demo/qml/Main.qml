@@ -10,6 +10,7 @@ QtObject {
     property bool fresh: false
     property bool touring: false
     property QtObject robot: null
+    property QtObject census: null
     property QtObject pictureDesk: null
     property QtObject samples: null
 
@@ -43,6 +44,7 @@ QtObject {
             alice: main.alice
             bob: main.bob
             robot: main.robot
+            census: main.census
         }
     }
 

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void cleanup();
     void everybodyHearsWhoIsThere();
     void aMessageReachesTheOthersAndIsAccepted();
+    void piecesOfAFileAreAnsweredByThemselves();
     void strangersNeitherSendNorReceive();
     void framesWithoutSenseAreDropped_data();
     void framesWithoutSenseAreDropped();
@@ -131,6 +132,21 @@ void ChatServerTest::aMessageReachesTheOthersAndIsAccepted()
     QVERIFY(bob.received(QStringLiteral("accepted")).isEmpty());
 }
 
+void ChatServerTest::piecesOfAFileAreAnsweredByThemselves()
+{
+    Client alice(server->url());
+    join(alice, 1);
+    Client bob(server->url());
+    join(bob, 2);
+    alice.send(R"({"type":"piece","id":"a-1","index":3})");
+    QTRY_COMPARE_WITH_TIMEOUT(alice.received(QStringLiteral("piece")).size(), 1, patience);
+    QCOMPARE(alice.received(QStringLiteral("piece")).first().value(QLatin1String("index")).toInt(), 3);
+    // The service answers in order: what it had for Bob would be there by now.
+    alice.send(R"({"type":"message","id":"a-1","text":"Hi"})");
+    QTRY_COMPARE_WITH_TIMEOUT(bob.received(QStringLiteral("message")).size(), 1, patience);
+    QVERIFY(bob.received(QStringLiteral("piece")).isEmpty());
+}
+
 void ChatServerTest::strangersNeitherSendNorReceive()
 {
     Client alice(server->url());
@@ -138,6 +154,7 @@ void ChatServerTest::strangersNeitherSendNorReceive()
     Client stranger(server->url());
     QTRY_VERIFY_WITH_TIMEOUT(stranger.isOpen(), patience);
     stranger.send(R"({"type":"message","id":"s-1","text":"Buy!"})");
+    stranger.send(R"({"type":"piece","id":"s-1","index":0})");
     stranger.send(R"({"type":"hello","user":0})");
     stranger.send(R"({"type":"message","id":"s-2","text":"Buy!"})");
     alice.send(R"({"type":"message","id":"a-1","text":"Secret"})");
@@ -147,6 +164,7 @@ void ChatServerTest::strangersNeitherSendNorReceive()
     QVERIFY(alice.received(QStringLiteral("message")).isEmpty());
     QVERIFY(stranger.received(QStringLiteral("message")).isEmpty());
     QVERIFY(stranger.received(QStringLiteral("accepted")).isEmpty());
+    QVERIFY(stranger.received(QStringLiteral("piece")).isEmpty());
 }
 
 void ChatServerTest::framesWithoutSenseAreDropped_data()

@@ -41,6 +41,7 @@ Item {
     signal hoverEnded()
     signal menuRequested(Item textItem, point at)
     signal pictureClicked(string path)
+    signal pictureMenuRequested(string path, Item picture, point at)
     signal personHovered(int person, Item near)
     signal personLeft()
 
@@ -182,6 +183,7 @@ Item {
             delivery: row.own ? row.delivery : ""
             progress: row.progress
             onClicked: row.pictureClicked(row.file.path)
+            onMenuRequested: row.pictureMenuRequested(row.file.path, this, at)
         }
     }
 

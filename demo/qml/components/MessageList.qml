@@ -22,6 +22,7 @@ ListView {
     signal hoverEnded()
     signal menuRequested(Item textItem, point at)
     signal pictureClicked(string path)
+    signal pictureMenuRequested(string path, Item picture, point at)
     signal personHovered(int person, Item near)
     signal personLeft()
 
@@ -49,6 +50,7 @@ ListView {
         onHoverEnded: list.hoverEnded()
         onMenuRequested: list.menuRequested(textItem, at)
         onPictureClicked: list.pictureClicked(path)
+        onPictureMenuRequested: list.pictureMenuRequested(path, picture, at)
         onPersonHovered: list.personHovered(person, near)
         onPersonLeft: list.personLeft()
     }

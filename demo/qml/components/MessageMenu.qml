@@ -1,4 +1,6 @@
 import QtQuick 2.15
+import com.ostrel.im.component 1.0
+import "../model/format.js" as Format
 
 // What can be done with the message under the pointer.
 AppMenu {
@@ -24,6 +26,14 @@ AppMenu {
             menu.textItem.selectAll()
             menu.textItem.copy()
             menu.textItem.deselect()
+            menu.copied()
+        }
+    }
+
+    AppMenuItem {
+        text: qsTr("Copy as HTML")
+        onTriggered: {
+            Clipboard.setMimeData({ "text/plain": menu.textItem.plainText(), "text/html": Format.html(menu.textItem.plainText()) })
             menu.copied()
         }
     }

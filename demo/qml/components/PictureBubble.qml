@@ -15,6 +15,7 @@ BubbleFrame {
                                             240 / Math.max(1, file.height || 0))
 
     signal clicked()
+    signal menuRequested(point at)
 
     width: Math.max(220, (file.width || 0) * factor)
     height: Math.max(110, (file.height || 0) * factor)
@@ -59,7 +60,13 @@ BubbleFrame {
 
     MouseArea {
         anchors.fill: parent
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
         cursorShape: Qt.PointingHandCursor
-        onClicked: bubble.clicked()
+        onClicked: {
+            if (mouse.button === Qt.RightButton)
+                bubble.menuRequested(Qt.point(mouse.x, mouse.y))
+            else
+                bubble.clicked()
+        }
     }
 }

@@ -5,6 +5,12 @@ function startOfDay(time) {
     return new Date(date.getFullYear(), date.getMonth(), date.getDate()).getTime()
 }
 
+// Plain text as a paragraph of HTML.
+function html(text) {
+    const escaped = text.replace(/&/g, "&amp;").replace(/</g, "&lt;").replace(/>/g, "&gt;")
+    return "<p>" + escaped.replace(/\n/g, "<br/>") + "</p>"
+}
+
 function clock(time) {
     return Qt.formatTime(new Date(time), "HH:mm")
 }

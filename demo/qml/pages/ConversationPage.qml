@@ -16,6 +16,7 @@ Item {
     readonly property alias personCard: personCard
     readonly property alias toast: toast
     readonly property alias menu: menu
+    readonly property alias pictureMenu: pictureMenu
     readonly property alias newestButton: newestButton
     property var matches: []
     property string shownId
@@ -139,6 +140,10 @@ Item {
         onLinkHovered: hoverCard.show(link, near, x, y)
         onHoverEnded: hoverCard.hide()
         onPictureClicked: page.pictureClicked(path)
+        onPictureMenuRequested: {
+            pictureMenu.path = path
+            pictureMenu.popup(picture, at)
+        }
         onPersonHovered: page.personHovered(person, near)
         onPersonLeft: page.personLeft()
         onMenuRequested: {
@@ -185,6 +190,12 @@ Item {
         id: toast
 
         anchors { horizontalCenter: parent.horizontalCenter; bottom: composer.top; bottomMargin: 14 }
+    }
+
+    PictureMenu {
+        id: pictureMenu
+
+        onCopied: toast.show(qsTr("Copied"))
     }
 
     MessageMenu {

@@ -19,6 +19,16 @@ QtObject {
     property ChatWindow alice
     property ChatWindow bob
     property QtObject robot
+    property QtObject census
+
+    // All that the module offers.
+    readonly property var offered: [
+        "FramelessWindow", "PopupWindow", "ScreenCapture", "WebSocket", "EventLoop", "SystemTrayIcon", "SyntaxHighlighter",
+        "QxtGlobalShortcut", "RoundedImage", "ImageRender", "ImagePreviewer", "DrawableImage", "RoundedRectItem",
+        "CircleProgress", "DrawableText", "DrawableTextArea", "ImageColorTheme", "ScrollController", "Clipboard", "ImUtil",
+        "EventLoopCreator", "AutoStart", "qrc:/qml/TreeView.qml", "qrc:/qml/MacWindowButtons.qml",
+        "qrc:/qml/ButtonClickEffect.qml", "qrc:/qml/WindowButtons.qml", "qrc:/qml/ToolTip.qml", "qrc:/qml/ScrollArea.qml"
+    ]
 
     readonly property int patience: 30000
     readonly property int pause: 220 // longer than rows take to move
@@ -202,6 +212,11 @@ QtObject {
         { name: "the menu of what was sent",
           act: () => { textItem = textAt(alice, 2); robot.click(textItem, 60, 12, Qt.RightButton) },
           until: () => alice.conversation.menu.opened },
+        { name: "a message is copied as HTML",
+          act: () => { const entry = alice.conversation.menu.itemAt(2); robot.click(entry, entry.width / 2, entry.height / 2) },
+          until: () => Clipboard.text("html").indexOf("@李梅 about #aurora") > 0 && !alice.conversation.menu.visible },
+        { name: "the menu of what was sent, again", act: () => robot.click(textItem, 60, 12, Qt.RightButton),
+          until: () => alice.conversation.menu.opened },
         { name: "a message is copied",
           act: () => { const entry = alice.conversation.menu.itemAt(1); robot.click(entry, entry.width / 2, entry.height / 2) },
           until: () => robot.clipboardText() === "Ask @李梅 about #aurora 😄" && !alice.conversation.menu.visible },
@@ -212,8 +227,17 @@ QtObject {
           },
           until: () => alice.conversation.composer.input.content === "Ask @李梅 about #aurora 😄"
                        && alice.conversation.composer.input.aiteList()[0].userId === 3 },
+        { name: "the menu of a picture",
+          act: () => { alice.conversation.composer.clear(); robot.click(alice.conversation.list.itemAtIndex(1).bubble, 60, 60, Qt.RightButton) },
+          until: () => alice.conversation.pictureMenu.opened },
+        { name: "a picture is copied",
+          act: () => { const entry = alice.conversation.pictureMenu.itemAt(0); robot.click(entry, entry.width / 2, entry.height / 2) },
+          until: () => alice.conversation.toast.opacity === 1 && !alice.conversation.pictureMenu.visible },
+        { name: "a copied picture can be pasted",
+          act: () => { robot.click(alice.conversation.composer.input, 40, 15); robot.key(alice, Qt.Key_V, Qt.ControlModifier) },
+          until: () => alice.conversation.composer.attachments.count === 1 },
         { name: "the counter appears near the limit",
-          act: () => alice.conversation.composer.input.insertText("a line of words ".repeat(239)),
+          act: () => { alice.conversation.composer.clear(); alice.conversation.composer.input.insertText("a line of words ".repeat(239)) },
           until: () => alice.conversation.composer.counter.visible && alice.conversation.composer.counter.remaining > 0,
           picture: "counter" },
         { name: "code is sent as code",
@@ -347,7 +371,9 @@ QtObject {
               robot.type(alice, "harbour")
           },
           until: () => alice.conversation.matches.length === 1 && textItem.highlightText === "harbour" && layouts > 0
-                       && resizes === 0 }
+                       && resizes === 0 },
+
+        { name: "everything that the module offers has been in use", until: () => census.missing(offered).length === 0 }
     ]
 
     property double scrolledFrom: 0
@@ -398,6 +424,7 @@ QtObject {
     }
 
     function fail(name) {
+        console.error("tour: never in use: " + census.missing(offered).join(", "))
         console.error("tour: failed at: " + name)
         robot.takePicture(alice, "failed-alice")
         robot.takePicture(bob, "failed-bob")
