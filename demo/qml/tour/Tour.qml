@@ -180,7 +180,9 @@ QtObject {
         { name: "Tab takes a tag", act: () => robot.key(alice, Qt.Key_Tab),
           until: () => alice.conversation.composer.input.content === "Ask @李梅 about #aurora"
                        && !alice.conversation.composer.completion.open },
-        { name: "Ctrl+E opens the emoji", act: () => robot.key(alice, Qt.Key_E, Qt.ControlModifier),
+        { name: "Ctrl+E opens the emoji",
+          // Without the row of recent ones, which would shift what the next keys lead to.
+          act: () => { alice.conversation.composer.recentEmoji = []; robot.key(alice, Qt.Key_E, Qt.ControlModifier) },
           until: () => alice.conversation.composer.picker.opened },
         { name: "keys pick an emoji",
           act: () => [Qt.Key_Right, Qt.Key_Right, Qt.Key_Down, Qt.Key_Up, Qt.Key_Return].forEach(key => robot.key(alice, key)),
