@@ -18,10 +18,11 @@ set(COMPONENT_TEST_ENVIRONMENT
 #     [LABELS label...]          "unit" when left out
 #     [DISPLAY]                  needs a window with OpenGL: runs under the display that the test runner started,
 #                                one such test at a time, because they share focus, pointer and clipboard
+#     [NO_MODULE]                does not wait for the built module, which it never loads
 #     [NO_OBJECTS]               does not link the module's objects (tests of the built plugin alone)
 #     [TIMEOUT seconds])
 function(component_add_test name)
-    cmake_parse_arguments(arg "DISPLAY;NO_OBJECTS" "TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+    cmake_parse_arguments(arg "DISPLAY;NO_MODULE;NO_OBJECTS" "TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
     if(NOT arg_LABELS)
         set(arg_LABELS unit)
     endif()
@@ -33,7 +34,9 @@ function(component_add_test name)
     if(NOT arg_NO_OBJECTS)
         target_link_libraries(${name} PRIVATE component_objects component_test_support)
     endif()
-    add_dependencies(${name} component)
+    if(NOT arg_NO_MODULE)
+        add_dependencies(${name} component)
+    endif()
     target_compile_definitions(${name} PRIVATE TEST_SOURCE_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
     component_register_test(${name} COMMAND ${name} LABELS ${arg_LABELS} TIMEOUT ${arg_TIMEOUT}
         DISPLAY ${arg_DISPLAY})
