@@ -21,7 +21,8 @@ NativeHotKey toNative(int qtKey, int qtModifiers)
 
 bool add(const NativeHotKey &hotKey)
 {
-    return RegisterHotKey(nullptr, idOf(hotKey), hotKey.second, hotKey.first);
+    // Key 0 is no key; not every system refuses it by itself.
+    return hotKey.first != 0 && RegisterHotKey(nullptr, idOf(hotKey), hotKey.second, hotKey.first);
 }
 
 bool remove(const NativeHotKey &hotKey)
