@@ -140,6 +140,7 @@ public:
         case QMetaType::QVariantList:
             return skipList([this, depth] { return skipVariant(depth + 1); });
         case QMetaType::QVariantMap:
+        case QMetaType::QVariantHash:
             return skipList([this, depth] { return skipString() && skipVariant(depth + 1); });
         default:
             return false;
