@@ -1,6 +1,5 @@
 // The clipboard for scripts, within one process.
 
-#include "interface.h"
 #include "util/clipboard.h"
 
 #include <QClipboard>
@@ -61,33 +60,6 @@ private:
 
 private Q_SLOTS:
     void init() { system()->clear(); }
-
-    void scriptsSeeExactlyTheseMethods()
-    {
-        QCOMPARE(declaredInterface(Clipboard::staticMetaObject),
-                 expectedInterface({"slot void clear()",
-                                    "slot QImage image()",
-                                    "slot QPixmap pixmap()",
-                                    "slot void setImage(QImage)",
-                                    "slot void setImage(QString)",
-                                    "slot void setPixmap(QPixmap)",
-                                    "slot void setText(QString)",
-                                    "slot QString text(QString)",
-                                    "slot QString text()",
-                                    "slot bool ownsClipboard()",
-                                    "slot bool ownsFindBuffer()",
-                                    "slot bool ownsSelection()",
-                                    "slot QString mimeDataInfo(QString)",
-                                    "slot QString mimeData(QString)",
-                                    "slot void setMimeData(QVariantMap)",
-                                    "slot QString imagePath()",
-                                    "slot QString filterHtml(QString)",
-                                    "slot void limitedTextSize(int)",
-                                    "slot QVariant filterContent()",
-                                    "slot void copyImageToClipboard(QString)",
-                                    "slot QString filterTextPlain(bool)",
-                                    "slot QString filterTextPlain()"}));
-    }
 
     void textGoesInAndComesOut()
     {

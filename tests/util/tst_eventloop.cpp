@@ -1,6 +1,5 @@
 // Nested event loops: how they end, what they answer, and who deletes them when.
 
-#include "interface.h"
 #include "util/eventloop.h"
 
 #include <QPointer>
@@ -13,17 +12,6 @@ class TestEventLoop : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void scriptsSeeExactlyTheseMembers()
-    {
-        QCOMPARE(declaredInterface(EventLoop::staticMetaObject),
-                 expectedInterface({"property bool deleteOnQuit writable notify deleteOnQuitChanged",
-                                    "slot bool start(QEventLoop::ProcessEventsFlags)", "slot bool start()",
-                                    "slot void quit()", "slot void setDeleteOnQuit(bool)",
-                                    "signal void deleteOnQuitChanged(bool)"}));
-        QCOMPARE(declaredInterface(EventLoopCreator::staticMetaObject),
-                 expectedInterface({"slot EventLoop* create(bool)", "slot EventLoop* create()"}));
-    }
-
     void deletingOnQuitIsOffUntilAskedFor()
     {
         EventLoop loop;

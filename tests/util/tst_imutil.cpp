@@ -1,10 +1,9 @@
-// The toolbox as an object: what it declares, its screens and windows, its mutex, one instance per engine.
+// The toolbox as an object: its screens and windows, its mutex, one instance per engine.
 
 #include "util/imutil.h"
 
 #include <QApplication>
 #include <QDesktopWidget>
-#include <QMetaMethod>
 #include <QOperatingSystemVersion>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -17,86 +16,6 @@
 #include <atomic>
 #include <thread>
 
-namespace {
-
-// Every method scripts may call, with the forms that default values add, then the signal.
-const char *const methods[] = {
-    "QString toLocalFile(QString)",
-    "QString fromLocalFile(QString)",
-    "qlonglong getFileSize(QString)",
-    "qlonglong dirSize(QString)",
-    "bool isDir(QString)",
-    "QVariantMap getFileInfo(QString,bool)",
-    "QVariantMap getFileInfo(QString)",
-    "bool openFile(QString)",
-    "bool openUrl(QString)",
-    "void openPath(QString)",
-    "bool openFileWithParam(QString,QStringList)",
-    "bool removeLocalFolder(QUrl)",
-    "bool fileExists(QUrl)",
-    "QVariantMap containsFileType(QList<QUrl>)",
-    "bool copyFile(QString,QString)",
-    "bool deleteFile(QString)",
-    "bool mkpath(QString)",
-    "bool fileRename(QString,QString)",
-    "QString readTextFile(QString)",
-    "QString checkDownloadFolder(QString)",
-    "bool existApp(QString)",
-    "QVariantMap scaleImage(QString,QString)",
-    "bool reduceImage(QString,QString,int,int)",
-    "QVariantMap getImageInfo(QString)",
-    "QSizeF imageSize(QString)",
-    "bool isImageFormat(QString)",
-    "QString imageSaveAsTmpWebp(QString)",
-    "QString sha1Image(QImage,int)",
-    "QString sha1Image(QImage)",
-    "QString sha1UpgradeFile(QString,int)",
-    "QString sha1UpgradeFile(QString)",
-    "bool copyPhoto(QString,QString,QRect,QSize,QSize,double,bool,int)",
-    "bool copyPhoto(QString,QString,QRect,QSize,QSize,double,bool)",
-    "bool copyPhoto(QString,QString,QRect,QSize,QSize,double)",
-    "bool copyPhoto(QString,QString,QRect,QSize,QSize)",
-    "bool copyPhoto(QString,QString,QRect,QSize)",
-    "void base64DataToImageCache(QString,QString)",
-    "void dragItem(QString,QString)",
-    "void dragItem(QString)",
-    "QString createTmpId(int)",
-    "QString createTmpId()",
-    "void taskbarFlash(QWindow*)",
-    "int compare(QString,QString)",
-    "QByteArray fromBase64(QByteArray)",
-    "QByteArray toBase64(QByteArray)",
-    "QVariantMap screenRect(QWindow*)",
-    "QPoint mousePostion()",
-    "bool isContainsPoint(QRect,QPoint)",
-    "QRect desktopGeometry()",
-    "QSizeF variantToSize(QVariant)",
-    "QVariantMap systemVersion()",
-    "void lockThread()",
-    "void unlockThread()",
-    "void tcpingProxy(QString,ushort,QString)",
-    "QString toFormatTime(qlonglong,QString)",
-    "QString fromTime(qlonglong,bool)",
-    "QString fromTime(qlonglong)",
-    "QString secondsToString(int,QString)",
-    "QString secondsToString(int)",
-    "QString toFormatedTimeType(qlonglong)",
-    "QString toFormatedDateTime(qlonglong)",
-    "bool isToday(qlonglong)",
-    "QString intToSizeStr(double)",
-    "QStringList intsToSizeStrs(double,double)",
-    "QColor colorByStr(QString,double)",
-    "QColor colorByStr(QString)",
-    "QColor colorById(int)",
-    "QVariantMap colorToHSL(QColor)",
-    "QColor setColorAlpha(QColor,double)",
-    "QStringList bubleGradientColors(double,double,double,QColor,QColor)",
-    "QString trimString(QString)",
-    "void pingProxyResult(QString,QVariant)",
-};
-
-} // namespace
-
 class TestImUtil : public QObject
 {
     Q_OBJECT
@@ -105,31 +24,6 @@ private:
     ImUtil util;
 
 private Q_SLOTS:
-    void scriptsSeeExactlyTheseMethods()
-    {
-        QStringList expected;
-        for (const char *method : methods)
-            expected.append(QString::fromLatin1(method));
-        QCOMPARE(expected.size(), 72);
-
-        const QMetaObject &metaObject = ImUtil::staticMetaObject;
-        QStringList declared;
-        for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-            const QMetaMethod method = metaObject.method(i);
-            const bool isSignal = method.name() == "pingProxyResult";
-            QCOMPARE(method.methodType(), isSignal ? QMetaMethod::Signal : QMetaMethod::Slot);
-            QCOMPARE(method.access(), QMetaMethod::Public);
-            declared.append(QString::fromLatin1(method.typeName()) + QLatin1Char(' ') +
-                            QString::fromLatin1(method.methodSignature()));
-        }
-        declared.sort();
-        expected.sort();
-        QCOMPARE(declared.join(QLatin1Char('\n')), expected.join(QLatin1Char('\n')));
-        QCOMPARE(metaObject.propertyCount(), metaObject.propertyOffset());
-        QCOMPARE(metaObject.enumeratorCount(), metaObject.enumeratorOffset());
-        QCOMPARE(metaObject.superClass(), &QObject::staticMetaObject);
-    }
-
     void everyEngineHasItsOwn()
     {
         // Under a name of its own, or the engine would load the built plugin over these types.

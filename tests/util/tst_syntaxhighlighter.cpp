@@ -1,6 +1,5 @@
 // Mentions and keywords in the document of a Qt Quick text editor.
 
-#include "interface.h"
 #include "util/syntaxhighlighter.h"
 
 #include <QGuiApplication>
@@ -71,20 +70,6 @@ private Q_SLOTS:
     {
         highlighter.reset();
         editor.reset();
-    }
-
-    void scriptsSeeExactlyTheseMembers()
-    {
-        QCOMPARE(declaredInterface(SyntaxHighlighter::staticMetaObject),
-                 expectedInterface({"property QString keyword writable notify keywordChanged",
-                                    "property QString foregroundColor writable notify foregroundColorChanged",
-                                    "property QString backgroundColor writable notify backgroundColorChanged",
-                                    "slot void setKeyword(QString)", "slot void setForegroundColor(QString)",
-                                    "slot void setBackgroundColor(QString)",
-                                    "slot void setDocument(QQuickTextDocument*)", "slot void rehighlight()",
-                                    "signal void keywordChanged(QString)",
-                                    "signal void foregroundColorChanged(QString)",
-                                    "signal void backgroundColorChanged(QString)"}));
     }
 
     void mentionsAndKeywordsAreMarked_data()

@@ -1,7 +1,6 @@
 // The web socket for scripts, against a real server on loopback and against servers that lie, stall and
 // split.
 
-#include "interface.h"
 #include "util/websocket.h"
 
 #include <QCryptographicHash>
@@ -92,20 +91,6 @@ class TestWebSocket : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void scriptsSeeExactlyTheseMembers()
-    {
-        QCOMPARE(declaredInterface(WebSocket::staticMetaObject),
-                 expectedInterface(
-                     {"property QUrl url writable notify urlChanged",
-                      "property QVariantMap header writable notify headerChanged",
-                      "property QString errorString", "property bool isConnected notify isConnectedChanged",
-                      "property QAbstractSocket::SocketState state", "slot void setUrl(QUrl)",
-                      "slot void setHeader(QVariantMap)", "slot void open()", "slot qlonglong send(QString)",
-                      "slot qlonglong sendTextMessage(QString)",
-                      "slot qlonglong sendBinaryMessage(QByteArray)", "signal void urlChanged(QUrl)",
-                      "signal void headerChanged(QVariantMap)", "signal void isConnectedChanged()"}));
-    }
-
     void setUrlNotifiesOnce()
     {
         WebSocket socket;
