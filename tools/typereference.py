@@ -3,7 +3,7 @@
 
 What there is comes from plugins.qmltypes, so a page lists what the built module really offers; what it means comes
 from the headers' doc comments as Doxygen reads them; how it is used comes from an example file per type. A type
-without a comment or without an example is an error, and so is an example without a type.
+or a member without a comment is an error, a type without an example, and an example without a type.
 """
 
 import argparse
@@ -141,6 +141,9 @@ class Comments:
     whole: str
     members: dict  # (kind, name): list of (number of parameters, HTML)
 
+    def of_enum(self, name):
+        return next((text for _, text in self.members.get(("enum", name), [])), "")
+
     def of(self, member):
         kinds = {"Property": ("property",), "Signal": ("signal",), "Method": ("slot", "function")}[member.kind]
         for kind in kinds:
@@ -198,28 +201,39 @@ def page(title, body):
             f"<style>{STYLE}</style></head>\n<body>\n{body}</body>\n</html>\n")
 
 
+def enum_text(values, text):
+    listed = ", ".join(f"<code>{value}</code> {number}" for value, number in values)
+    return f"{text}<p>{listed}</p>" if text else ""
+
+
 def type_page(entry, comments, example):
+    """The page of a type, and the names of its members without a comment."""
     properties = {member.name for member in entry.members if member.kind == "Property"}
     rows = {"Property": [], "Signal": [], "Method": []}
+    unexplained = []
     for member in entry.members:
         text = comments.of(member)
+        if not text and not is_accessor(member, properties):
+            unexplained.append(member.name)
         if member.kind == "Property":
             access = ", read-only" if member.is_read_only else ""
             about = f'<span class="type">: {html.escape(qml_type(member.type))}{access}</span>'
             rows["Property"].append((f"<code>{member.name}</code> {about}", text))
         elif text or not is_accessor(member, properties):
             rows[member.kind].append((signature(member), text))
-    enums = [(f"<code>{name}</code>", ", ".join(f"<code>{value}</code> {number}" for value, number in values))
+    enums = [(f"<code>{name}</code>", enum_text(values, comments.of_enum(name)))
              for name, values in entry.enums.items()]
+    unexplained += [name for name in entry.enums if not comments.of_enum(name)]
 
     kind = "Singleton" if entry.is_singleton else f"Inherits {html.escape(qml_type(entry.base))}"
     accessors = ("<p>Each writable property has a slot <code>set</code> with its name, and a property that can change\n"
                  "a signal with its name and <code>Changed</code>.</p>\n") if properties else ""
-    return page(entry.qml_name, f'<p><a href="index.html">All types</a></p>\n<h1>{entry.qml_name}</h1>\n'
+    text = page(entry.qml_name, f'<p><a href="index.html">All types</a></p>\n<h1>{entry.qml_name}</h1>\n'
                 f'<p class="type">{kind}</p>\n{comments.whole}\n'
                 f"<h2>Example</h2>\n<pre>{html.escape(example.rstrip(), quote=False)}</pre>\n"
                 + table("Properties", rows["Property"]) + accessors
                 + table("Signals", rows["Signal"]) + table("Methods", rows["Method"]) + table("Enumerations", enums))
+    return text, unexplained
 
 
 def first_sentence(text):
@@ -245,8 +259,9 @@ def main():
         if not example.is_file():
             mistakes.append(f"{entry.qml_name}: {example} is missing")
             continue
-        (arguments.output / f"{entry.qml_name}.html").write_text(
-            type_page(entry, comments, example.read_text(encoding="utf-8")), encoding="utf-8")
+        text, unexplained = type_page(entry, comments, example.read_text(encoding="utf-8"))
+        mistakes += [f"{entry.qml_name}.{name} has no comment" for name in unexplained]
+        (arguments.output / f"{entry.qml_name}.html").write_text(text, encoding="utf-8")
         index.append((f'<a href="{entry.qml_name}.html">{entry.qml_name}</a>', first_sentence(comments.whole)))
     names = {entry.qml_name for entry in entries}
     mistakes += [f"{path}: there is no such type" for path in sorted(arguments.examples.glob("*.qml"))

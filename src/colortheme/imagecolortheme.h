@@ -28,8 +28,11 @@ class ImageColorTheme : public QObject
     Q_PROPERTY(Algorithm algorithm READ algorithm WRITE setAlgorithm NOTIFY algorithmChanged)
 
 public:
+    /// Where the work stands: not begun, under way, done.
     enum State { UnInit, Initing, Ready };
     Q_ENUM(State)
+    /// How the colours are found: by cutting boxes of colours at their medians, or by counting colours in a
+    /// cube of fixed cells.
     enum Algorithm { MMCQ, CUBE };
     Q_ENUM(Algorithm)
 

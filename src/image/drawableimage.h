@@ -34,11 +34,13 @@ class DrawableImage : public QQuickPaintedItem
     /// picture that is painted so and stays that one. Default: false.
     Q_PROPERTY(
         bool dizzyBackground READ dizzyBackground WRITE setDizzyBackground NOTIFY dizzyBackgroundChanged)
+    /// Line of the border, as `Qt.SolidLine` and its like; `Qt.NoPen` for no border. Default: solid.
     Q_PROPERTY(Qt::PenStyle borderStyle READ borderStyle WRITE setBorderStyle NOTIFY borderStyleChanged)
     /// Opacity of the picture, 0 to 1. Default: 1.
     Q_PROPERTY(double opacity READ opacity WRITE setOpacity NOTIFY opacityChanged)
     /// Scale of the picture before it is laid on the item. Not positive: no picture. Default: 1.
     Q_PROPERTY(double scale READ scale WRITE setScale NOTIFY scaleChanged)
+    /// Whether the colours are those of the dark variant. Default: false.
     Q_PROPERTY(bool darkMode READ darkMode WRITE setDarkMode NOTIFY darkModeChanged)
     /// How the picture lies on the item. Default: `Pad`, at the top left as it is. `TileVertically` and
     /// `TileHorizontally` show nothing.
@@ -51,6 +53,8 @@ class DrawableImage : public QQuickPaintedItem
         int gradientRotation READ gradientRotation WRITE setGradientRotation NOTIFY gradientRotationChanged)
 
 public:
+    /// How the picture lies on the item: stretched to it, whole inside it, covering it, repeated in both
+    /// directions or in one, or at the top left as it is.
     enum FillMode {
         Stretch,
         PreserveAspectFit,

@@ -24,8 +24,9 @@ class ImagePreviewer : public QQuickItem
     /// A path that holds a ":", or base64 picture data. It is loaded and has a status, and is never visible.
     Q_PROPERTY(QString backgroundSource READ backgroundSource WRITE setBackgroundSource NOTIFY
                    backgroundSourceChanged)
-    /// Where the loading of each picture stands.
+    /// Where the loading of `source` stands.
     Q_PROPERTY(Status statusSource READ statusSource NOTIFY statusSourceChanged)
+    /// Where the loading of `backgroundSource` stands.
     Q_PROPERTY(Status statusBackground READ statusBackground NOTIFY statusBackgroundChanged)
     /// Size that a picture may have in memory; without limit while invalid (-1 by -1, the default) or empty.
     Q_PROPERTY(QSize sourceSize READ sourceSize WRITE setSourceSize NOTIFY sourceSizeChanged)
@@ -38,6 +39,7 @@ class ImagePreviewer : public QQuickItem
     Q_PROPERTY(QRectF viewGeometry READ viewGeometry WRITE setViewGeometry NOTIFY viewGeometryChanged)
 
 public:
+    /// Where the loading of a picture stands: no source, shown or ready to be, on its way, or failed.
     enum Status { Null, Ready, Loading, Error };
     Q_ENUM(Status)
 

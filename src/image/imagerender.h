@@ -24,28 +24,37 @@ class ImageRender : public QQuickItem
     Q_PROPERTY(double blurRadius READ blurRadius WRITE setBlurRadius NOTIFY blurRadiusChanged)
     /// Kept for clients that set it; backgrounds are always cached, foregrounds never.
     Q_PROPERTY(bool cache READ cache WRITE setCache NOTIFY cacheChanged)
-    /// How each picture lies on the item. Default: `Stretch`.
+    /// How `source` lies on the item. Default: `Stretch`.
     Q_PROPERTY(
         FillMode sourceFillMode READ sourceFillMode WRITE setSourceFillMode NOTIFY sourceFillModeChanged)
+    /// How `backgroundSource` lies on the item. Default: `Stretch`.
     Q_PROPERTY(FillMode backgroundFillMode READ backgroundFillMode WRITE setBackgroundFillMode NOTIFY
                    backgroundFillModeChanged)
-    /// Where the loading of each picture stands.
+    /// Where the loading of `source` stands.
     Q_PROPERTY(Status statusSource READ statusSource NOTIFY statusSourceChanged)
+    /// Where the loading of `backgroundSource` stands.
     Q_PROPERTY(Status statusBackground READ statusBackground NOTIFY statusBackgroundChanged)
     /// Half the size that a picture may have in memory; while invalid (-1 by -1, the default), the item's
     /// size at the start of the load.
     Q_PROPERTY(QSize sourceSize READ sourceSize WRITE setSourceSize NOTIFY sourceSizeChanged)
-    /// Radii of the corners in pixels, 0 to half the item's shorter side at the time of the change.
+    /// Radius of the corner at the top left in pixels, 0 to half the item's shorter side at the time of the
+    /// change.
     Q_PROPERTY(double topLeftRadius READ topLeftRadius WRITE setTopLeftRadius NOTIFY topLeftRadiusChanged)
+    /// The same for the corner at the top right.
     Q_PROPERTY(double topRightRadius READ topRightRadius WRITE setTopRightRadius NOTIFY topRightRadiusChanged)
+    /// The same for the corner at the bottom left.
     Q_PROPERTY(double bottomLeftRadius READ bottomLeftRadius WRITE setBottomLeftRadius NOTIFY
                    bottomLeftRadiusChanged)
+    /// The same for the corner at the bottom right.
     Q_PROPERTY(double bottomRightRadius READ bottomRightRadius WRITE setBottomRightRadius NOTIFY
                    bottomRightRadiusChanged)
 
 public:
+    /// How a picture lies on its area: stretched to it, whole inside it, or covering it with what juts out
+    /// cut off.
     enum FillMode { Stretch, PreserveAspectFit, PreserveAspectCrop };
     Q_ENUM(FillMode)
+    /// Where the loading of a picture stands: no source, shown or ready to be, on its way, or failed.
     enum Status { Null, Ready, Loading, Error };
     Q_ENUM(Status)
 

@@ -18,10 +18,14 @@ class RoundedImage : public QQuickItem
     /// Radius of all corners, at most half the shorter side; takes precedence over the four below unless it
     /// is 0 or less. Default: 0.
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
+    /// Radius of the corner at the top left in pixels, at most half the shorter side. Default: 0.
     Q_PROPERTY(double radiusTopLeft READ radiusTopLeft WRITE setRadiusTopLeft NOTIFY radiusTopLeftChanged)
+    /// The same for the corner at the top right.
     Q_PROPERTY(double radiusTopRight READ radiusTopRight WRITE setRadiusTopRight NOTIFY radiusTopRightChanged)
+    /// The same for the corner at the bottom left.
     Q_PROPERTY(double radiusBottomLeft READ radiusBottomLeft WRITE setRadiusBottomLeft NOTIFY
                    radiusBottomLeftChanged)
+    /// The same for the corner at the bottom right.
     Q_PROPERTY(double radiusBottomRight READ radiusBottomRight WRITE setRadiusBottomRight NOTIFY
                    radiusBottomRightChanged)
     /// How the picture fills `sourceSize` or the item. Default: `Stretch`.
@@ -34,6 +38,8 @@ class RoundedImage : public QQuickItem
     Q_PROPERTY(QSize sourceSize READ sourceSize WRITE setSourceSize NOTIFY sourceSizeChanged)
 
 public:
+    /// How a picture lies on its area: stretched to it, whole inside it, or covering it with what juts out
+    /// cut off.
     enum FillMode { Stretch, PreserveAspectFit, PreserveAspectCrop };
     Q_ENUM(FillMode)
 

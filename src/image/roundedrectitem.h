@@ -13,10 +13,14 @@
 class RoundedRectItem : public QQuickPaintedItem
 {
     Q_OBJECT
+    /// Radius of the corner at the top left in pixels. Default: 0.
     Q_PROPERTY(double topLeftRadius READ topLeftRadius WRITE setTopLeftRadius NOTIFY topLeftRadiusChanged)
+    /// The same for the corner at the top right.
     Q_PROPERTY(double topRightRadius READ topRightRadius WRITE setTopRightRadius NOTIFY topRightRadiusChanged)
+    /// The same for the corner at the bottom left.
     Q_PROPERTY(double bottomLeftRadius READ bottomLeftRadius WRITE setBottomLeftRadius NOTIFY
                    bottomLeftRadiusChanged)
+    /// The same for the corner at the bottom right.
     Q_PROPERTY(double bottomRightRadius READ bottomRightRadius WRITE setBottomRightRadius NOTIFY
                    bottomRightRadiusChanged)
     /// In pixels; 0 is a line of one device pixel. Default: 0.5.

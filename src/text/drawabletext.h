@@ -148,7 +148,8 @@ class DrawableText : public QQuickItem
     Q_PROPERTY(QSizeF previewSize READ previewSize WRITE setPreviewSize NOTIFY previewSizeChanged)
 
 public:
-    /// The values of `QTextOption::WrapMode`.
+    /// Where lines may break, in the values of `QTextOption`: nowhere, between words, by hand alone,
+    /// anywhere, or between words as long as they fit and anywhere else.
     enum WrapMode { NoWrap, WordWrap, ManualWrap, WrapAnywhere, WrapAtWordBoundaryOrAnywhere };
     Q_ENUM(WrapMode)
 

@@ -188,8 +188,9 @@ public Q_SLOTS:
     /// Inserts the clipboard's text with its mentions. Pictures and local files are left to the client.
     void paste();
 
-    /// Reports the "@" word, or the "#" word, in front of the cursor.
+    /// Reports the "@" word in front of the cursor by `aiteDetected()`.
     void detectAite();
+    /// Reports the "#" word in front of the cursor by `hashTagDetected()`.
     void detectHashTag();
 
 Q_SIGNALS:

@@ -15,22 +15,32 @@ public:
     explicit Clipboard(QObject *parent = nullptr);
 
 public Q_SLOTS:
+    /// Empties the clipboard.
     void clear();
+    /// The picture on the clipboard; null if there is none.
     QImage image();
+    /// The same as `image()`, ready to be painted.
     QPixmap pixmap();
+    /// Replaces what is there by a picture.
     void setImage(const QImage &image);
-    /// Puts the picture of a file there. The path is taken as it stands.
+    /// Replaces what is there by the picture of a file. The path is taken as it stands; of a file that is no
+    /// picture, a null one is put there.
     void setImage(const QString &filePath);
+    /// Replaces what is there by a picture.
     void setPixmap(const QPixmap &pixmap);
+    /// Replaces what is there by plain text.
     void setText(const QString &text);
-    /// The text of a subtype, for example "plain" or "html".
+    /// The text of a subtype, for example "plain" or "html"; "" if there is none.
     QString text(const QString &subtype);
+    /// The plain text; "" if there is none.
     QString text();
+    /// Whether this program put there what is there.
     bool ownsClipboard();
+    /// Whether this program filled the find buffer, where the system has one.
     bool ownsFindBuffer();
     /// The same as `ownsClipboard()`: clients ask this way about the clipboard.
     bool ownsSelection();
-    /// The data of a mime type, as text.
+    /// The data of a mime type as text, read as UTF-8; "" if there is none.
     QString mimeDataInfo(const QString &key);
     /// The plain text for "html", the HTML for everything else. Callers depend on it this way round.
     QString mimeData(const QString &type);

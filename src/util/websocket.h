@@ -19,6 +19,8 @@ class WebSocket : public QWebSocket
     Q_PROPERTY(QString errorString READ errorString)
     /// Whether messages can be sent. Notifies at every change of `state`.
     Q_PROPERTY(bool isConnected READ isConnected NOTIFY isConnectedChanged)
+    /// The state of the connection: 0 unconnected, 1 looking the host up, 2 connecting, 3 connected, 6
+    /// closing.
     Q_PROPERTY(QAbstractSocket::SocketState state READ state)
 
 public:

@@ -19,6 +19,7 @@ Q_DECLARE_METATYPE(QEvent *)
 class FramelessWindow : public QQuickView
 {
     Q_OBJECT
+    /// Normal, minimised, maximised or full screen, as `Qt.WindowNoState` and its like.
     Q_PROPERTY(Qt::WindowState windowState READ windowState NOTIFY stateChanged)
     /// The item that moves the window when it is dragged. A destroyed item counts as none.
     Q_PROPERTY(QQuickItem *titleArea READ titleArea WRITE setTitleArea NOTIFY titleAreaChanged)
@@ -45,11 +46,13 @@ class FramelessWindow : public QQuickView
     /// Kept for clients that set it.
     Q_PROPERTY(bool enableWindowShadow READ enableWindowShadow WRITE setEnableWindowShadow NOTIFY
                    enableWindowShadowChanged)
-    /// For window buttons of the scene; the window itself does not read these three.
+    /// Whether window buttons of the scene show the one that minimises; the window itself does not read it.
     Q_PROPERTY(bool displayMinimizeButton READ displayMinimizeButton WRITE setDisplayMinimizeButton NOTIFY
                    displayMinimizeButtonChanged)
+    /// The same for the button that maximises.
     Q_PROPERTY(bool displayMaximizeButton READ displayMaximizeButton WRITE setDisplayMaximizeButton NOTIFY
                    displayMaximizeButtonChanged)
+    /// The same for the button that closes.
     Q_PROPERTY(bool displayCloseButton READ displayCloseButton WRITE setDisplayCloseButton NOTIFY
                    displayCloseButtonChanged)
     /// Centre the window in its screen's work area once it has been created.
@@ -59,6 +62,7 @@ class FramelessWindow : public QQuickView
     Q_PROPERTY(bool enabledNCArea READ enabledNCArea WRITE setEnabledNCArea NOTIFY enabledNCAreaChanged)
     /// Kept for clients that set it.
     Q_PROPERTY(QRect areoAreaes READ areoAreaes WRITE setAreoAreaes NOTIFY areoAreaesChanged)
+    /// The screen that the window is on. Writing it moves the window there.
     Q_PROPERTY(QScreen *windowScreen READ windowScreen WRITE setWindowScreen NOTIFY windowScreenChanged)
     /// Kept for clients that set it; the window itself stays transparent.
     Q_PROPERTY(QColor background READ background WRITE setBackground NOTIFY backgroundChanged)
@@ -93,19 +97,23 @@ public:
     [[nodiscard]] int hitKind() const { return lastHit; }
 
 public Q_SLOTS:
+    /// Deletes the window once control is back in the event loop.
     void deleteLater();
     /// Gives the native window the style that `enableResize` asks for. Creates the native window.
     void updateNativeWindowFlag();
+    /// Shows the pointer in this shape over the window.
     void setCursor(Qt::CursorShape shape);
     /// The work area of the window's screen.
     QRect availableScreenGeometry();
+    /// The screen that the window is on.
     QScreen *windowScreen();
     /// Moves the window to the middle of its screen's work area.
     void centerWindow();
     /// Lets `mouseMoved()` report the pointer's moves until the next release. Takes no native capture.
     void setGrabMouseState(bool state);
-    /// For handlers of `keyPressed()`: let the scene have the key, or keep it from it.
+    /// For handlers of `keyPressed()`: lets the scene have the key.
     void acceptEvent(QEvent *event);
+    /// For handlers of `keyPressed()`: keeps the key from the scene.
     void ignoreEvent(QEvent *event);
 
     void setTitleArea(QQuickItem *titleArea);
@@ -116,6 +124,7 @@ public Q_SLOTS:
     void setMinimizedOnHide(bool minimizedOnHide);
     void setBorderWidth(int borderWidth);
     void setShadowWidth(int shadowWidth);
+    /// Makes the window a child of another; null makes it a top-level window again. Always notifies.
     void setParent(QWindow *parentWindow);
     void setEnableWindowShadow(bool enableWindowShadow);
     void setDisplayMinimizeButton(bool displayMinimizeButton);
@@ -131,6 +140,7 @@ Q_SIGNALS:
     void enableResizeChanged(bool enableResize);
     void minimizedOnHideChanged(bool minimizedOnHide);
     void borderWidthChanged(int borderWidth);
+    /// `windowState` is another.
     void stateChanged(Qt::WindowState state);
     void titleAreaChanged(QObject *titleArea);
     void shadowWidthChanged(int shadowWidth);
@@ -145,9 +155,11 @@ Q_SIGNALS:
     void enabledNCAreaChanged(bool enabledNCArea);
     void dragAreaChanged(QRect dragArea);
     void areoAreaesChanged(QRect areoAreaes);
-    /// These three are kept for clients that connect to them; never emitted.
+    /// Kept for clients that connect to it; never emitted.
     void wheelBegin();
+    /// Kept for clients that connect to it; never emitted.
     void wheelEnd(bool trueEnded = true);
+    /// Kept for clients that connect to it; never emitted.
     void wheel(int pixelDeltaX, int pixelDeltaY, int angleDeltaX, int angleDeltaY);
     /// While grabbed: the pointer is at `point` on the desktop, `offset` below where it was.
     void mouseMoved(QPoint point, int offset);
@@ -162,8 +174,9 @@ Q_SIGNALS:
     void backgroundChanged(QColor background);
     /// Kept for clients that connect to it; never emitted.
     void nativeMousePressed();
-    /// The pointer came in, or left.
+    /// The pointer came in.
     void enter();
+    /// The pointer left.
     void leave();
 
 protected:

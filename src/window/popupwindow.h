@@ -56,6 +56,7 @@ public Q_SLOTS:
     void fade();
     /// Places the window and shows it.
     void show();
+    /// Deletes the window once control is back in the event loop.
     void deleteLater();
 
     void setDelay(int delay);
@@ -65,12 +66,15 @@ public Q_SLOTS:
     void setDeleteOnClose(bool deleteOnClose);
     void setCursorPos(QPoint cursorPos);
     void setAutoMove(bool autoMove);
+    /// Makes the window a child of another; null makes it a top-level window again. Always notifies.
     void setParent(QWindow *parentWindow);
     void setInitAndShow(bool initAndShow);
     void setMaskArea(const QRect &maskArea);
 
 Q_SIGNALS:
+    /// The window got the keyboard.
     void focusIn();
+    /// The window lost the keyboard.
     void focusOut();
     /// The pointer came in; the window stays open.
     void enter();

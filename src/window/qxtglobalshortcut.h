@@ -27,7 +27,9 @@ public:
     bool setShortcut(const QKeySequence &shortcut);
 
 public Q_SLOTS:
+    /// Lets `activated()` be emitted, or not.
     void setEnabled(bool enabled = true);
+    /// The opposite of `setEnabled()`.
     void setDisabled(bool disabled = true);
     /// The same from the text of a sequence as the user's platform writes it.
     bool setShortcut(const QString &shortcut);
@@ -39,6 +41,7 @@ public Q_SLOTS:
     QString shortcutString(int keys);
 
 Q_SIGNALS:
+    /// The hot key was pressed, in whatever window.
     void activated();
 
 private:

@@ -13,6 +13,7 @@
 class SystemTrayIcon : public QObject
 {
     Q_OBJECT
+    /// Text that shows while the pointer rests on the icon. Empty for none.
     Q_PROPERTY(QString toolTip READ toolTip WRITE setToolTip NOTIFY toolTipChanged)
     /// Name of the icon in the tray; writing a path shows that picture until the next badge, flash or change
     /// of state.
@@ -23,11 +24,13 @@ class SystemTrayIcon : public QObject
     Q_PROPERTY(bool flashing READ flashing WRITE setFlashing NOTIFY flashingChanged)
     /// Unread messages; 0 or less shows no badge. Setting it always notifies.
     Q_PROPERTY(int messageCount READ messageCount WRITE setMessageCount NOTIFY messageCountChanged)
+    /// Whether the user is reachable; the icon of an offline one is drawn gray. Default: `Online`.
     Q_PROPERTY(State state READ state WRITE setState NOTIFY stateChanged)
     /// Kept for clients that set it; nothing paints with it.
     Q_PROPERTY(QColor themeColor READ themeColor WRITE setThemeColor NOTIFY themeColorChanged)
 
 public:
+    /// Whether the user is reachable.
     enum State { Offline, Online };
     Q_ENUM(State)
 
@@ -47,6 +50,7 @@ public Q_SLOTS:
     void showMessage(const QString &title, const QString &message, const QString &iconSoure,
                      int millisecondsTimeoutHint = 2000);
     void setToolTip(const QString &toolTip);
+    /// Shows the picture of a path in the tray, until the next badge, flash or change of state.
     void setIconSource(const QString &source);
     void setVisible(bool visible);
     void setFlashing(bool flashing);
@@ -64,8 +68,11 @@ Q_SIGNALS:
     void flashingChanged(bool flashing);
     /// The icon asks for its menu.
     void context();
+    /// The icon was clicked.
     void trigger();
+    /// The icon was clicked twice.
     void doubleClick();
+    /// The icon was clicked with the middle button.
     void middleClick();
     /// The balloon was clicked.
     void messageClick();

@@ -1,9 +1,7 @@
-// ImageColorTheme as an object: what it declares, sources, the order of its signals, workers that are
-// overtaken.
+// ImageColorTheme as an object: sources, the order of its signals, workers that are overtaken.
 
 #include "colortheme/imagecolortheme.h"
 
-#include "../util/interface.h"
 #include "palettereference.h"
 #include "testpictures.h"
 #include "themerecord.h"
@@ -15,33 +13,6 @@
 
 #include <memory>
 
-namespace {
-
-const std::initializer_list<const char *> declaredMembers = {
-    "property QString source writable notify sourceChanged",
-    "property QColor themeColor writable notify themeColorChanged",
-    "property int colorCount writable notify colorCountChanged",
-    "property State state writable notify stateChanged",
-    "property Algorithm algorithm writable notify algorithmChanged",
-    "signal void ready()",
-    "signal void sourceChanged(QString)",
-    "signal void themeColorChanged(QColor)",
-    "signal void colorCountChanged(int)",
-    "signal void stateChanged(State)",
-    "signal void algorithmChanged(Algorithm)",
-    "slot void processFinished()",
-    "slot void init()",
-    "slot QList<QColor> getPalette()",
-    "slot QColor getColor(int)",
-    "slot void setSource(QString)",
-    "slot void setThemeColor(QColor)",
-    "slot void setColorCount(int)",
-    "slot void setState(State)",
-    "slot void setAlgorithm(Algorithm)",
-};
-
-} // namespace
-
 class TestImageColorTheme : public QObject
 {
     Q_OBJECT
@@ -51,7 +22,6 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void declaresExactlyItsInterface();
     void startsWithoutPicture();
     void settersNotifyOnceAndComputeNothing();
 
@@ -112,17 +82,6 @@ void TestImageColorTheme::cleanup()
     const QStringList unexpected = guard->unexpected();
     guard.reset();
     QCOMPARE(unexpected, QStringList());
-}
-
-void TestImageColorTheme::declaresExactlyItsInterface()
-{
-    QCOMPARE(declaredInterface(ImageColorTheme::staticMetaObject), expectedInterface(declaredMembers));
-    QCOMPARE(int(ImageColorTheme::UnInit), 0);
-    QCOMPARE(int(ImageColorTheme::Initing), 1);
-    QCOMPARE(int(ImageColorTheme::Ready), 2);
-    QCOMPARE(int(ImageColorTheme::MMCQ), 0);
-    QCOMPARE(int(ImageColorTheme::CUBE), 1);
-    QCOMPARE(ImageColorTheme::staticMetaObject.superClass(), &QObject::staticMetaObject);
 }
 
 void TestImageColorTheme::startsWithoutPicture()
