@@ -23,8 +23,6 @@ Button {
     // Comes before the window changes, so that a receiver can prepare.
     signal action(var cmd, var data)
 
-    readonly property bool isLit: hovered || Qt.application.active
-
     width: row_buttons.width
     height: row_buttons.height
     hoverEnabled: true
@@ -48,7 +46,7 @@ Button {
             border.width: 1
             border.color: "#20000000"
             visible: windowbuttons.enableClose
-            color: windowbuttons.isLit ? "#f36058" : "#ddd"
+            color: (windowbuttons.hovered || Qt.application.active) ? "#f36058" : "#ddd"
 
             Text {
                 anchors.centerIn: parent
@@ -79,7 +77,7 @@ Button {
             border.width: 1
             border.color: "#20000000"
             visible: windowbuttons.enableMinimize
-            color: windowbuttons.isLit ? "#ffcc33" : "#ddd"
+            color: (windowbuttons.hovered || Qt.application.active) ? "#ffcc33" : "#ddd"
 
             Text {
                 anchors.centerIn: parent
@@ -110,7 +108,7 @@ Button {
             border.width: 1
             border.color: "#20000000"
             visible: windowbuttons.enableMaximize
-            color: windowbuttons.isLit ? "#30cc40" : "#ddd"
+            color: (windowbuttons.hovered || Qt.application.active) ? "#30cc40" : "#ddd"
 
             Text {
                 anchors.centerIn: parent

@@ -21,8 +21,6 @@ Row {
     // menu to stand beside.
     signal action(var cmd, var data)
 
-    readonly property bool isMaximized: !!window && window.windowState === Qt.WindowMaximized
-
     z: 1
 
     FontLoader {
@@ -88,7 +86,7 @@ Row {
 
         Text {
             anchors.centerIn: parent
-            visible: !buttons.isMaximized
+            visible: !(buttons.window && buttons.window.windowState === Qt.WindowMaximized)
             font.family: iconfont.name
             font.pixelSize: buttons.iconSize
             color: buttons.iconColor
@@ -97,7 +95,7 @@ Row {
 
         Text {
             anchors.centerIn: parent
-            visible: buttons.isMaximized
+            visible: !!buttons.window && buttons.window.windowState === Qt.WindowMaximized
             font.family: iconfont.name
             font.pixelSize: buttons.iconSize
             color: buttons.iconColor

@@ -76,7 +76,8 @@ QVariantMap hslOf(const QColor &color)
 
 QColor withAlpha(QColor color, double alpha)
 {
-    color.setAlphaF(alpha);
+    // What lies outside the range would give the same colour, but with a warning; no number at all gives 0.
+    color.setAlphaF(qBound(0.0, alpha, 1.0));
     return color;
 }
 

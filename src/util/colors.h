@@ -37,7 +37,7 @@ private:
 /// The keys "h", -1 to 359, "s" and "l", 0 to 255.
 [[nodiscard]] QVariantMap hslOf(const QColor &color);
 
-/// The colour with its alpha set, from 0 to 1.
+/// The colour with its alpha set, from 0 to 1; what lies outside becomes the nearer of the two, NaN 0.
 [[nodiscard]] QColor withAlpha(QColor color, double alpha);
 
 /// The two end colours of the part of a gradient that a chat bubble covers, from `yStart` to `yEnd` of a list

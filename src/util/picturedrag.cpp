@@ -21,16 +21,11 @@ void openByContent(QImageReader &reader, const QString &path)
     reader.setDecideFormatFromContent(true);
 }
 
-/// Puts the picture into `mimeData` and returns it; null if the file is no picture.
-[[nodiscard]] QImage addPicture(const QString &path, QMimeData &mimeData)
+/// Puts the picture that `reader` is about to read into `mimeData` and returns it; null if it is damaged.
+[[nodiscard]] QImage addPicture(QImageReader &reader, QMimeData &mimeData)
 {
-    QImageReader reader;
-    openByContent(reader, path);
-    const QByteArray format = reader.format();
-    if (format.isEmpty())
-        return {};
     // Image data has lost the animation; the mark lets a drop target fetch the file instead.
-    if (format.compare("gif", Qt::CaseInsensitive) == 0)
+    if (reader.format().compare("gif", Qt::CaseInsensitive) == 0)
         mimeData.setData(QStringLiteral("text/ostrel-image-gif"), QByteArray());
     const QImage image = reader.read();
     // A null image would still count as one for the drop target.
@@ -46,6 +41,16 @@ void openByContent(QImageReader &reader, const QString &path)
     return reader.read();
 }
 
+void showThumbnail(QDrag &drag, const QImage &image)
+{
+    if (image.isNull())
+        return;
+    const QPixmap pixmap = QPixmap::fromImage(image).scaled(thumbnailSide, thumbnailSide, Qt::KeepAspectRatio,
+                                                            Qt::SmoothTransformation);
+    drag.setPixmap(pixmap);
+    drag.setHotSpot(QPoint(pixmap.width() / 2, pixmap.height() / 2));
+}
+
 } // namespace
 
 void dragPicture(const QString &path, const QString &thumbPath)
@@ -55,15 +60,11 @@ void dragPicture(const QString &path, const QString &thumbPath)
 
     auto *mimeData = new QMimeData;
     auto *drag = new QDrag(QCoreApplication::instance());
-    const QImage image = addPicture(path, *mimeData);
-    if (mimeData->hasImage()) {
-        const QImage shown = thumbPath.isEmpty() ? image : readByContent(thumbPath);
-        if (!shown.isNull()) {
-            const QPixmap pixmap = QPixmap::fromImage(shown).scaled(
-                thumbnailSide, thumbnailSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-            drag->setPixmap(pixmap);
-            drag->setHotSpot(QPoint(pixmap.width() / 2, pixmap.height() / 2));
-        }
+    QImageReader reader;
+    openByContent(reader, path);
+    if (!reader.format().isEmpty()) {
+        const QImage image = addPicture(reader, *mimeData);
+        showThumbnail(*drag, thumbPath.isEmpty() ? image : readByContent(thumbPath));
     }
     mimeData->setUrls({QUrl(path)});
     drag->setMimeData(mimeData);

@@ -30,9 +30,19 @@ QString quoted(const QString &text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
+/// The name of a document's type without what the engine adds to it.
+QString withoutSerial(const char *name)
+{
+    return QString::fromLatin1(name).remove(QRegularExpression(QStringLiteral("_QML(TYPE)?_\\d+")));
+}
+
 QString valueText(const QVariant &value)
 {
+    if (!value.isValid())
+        return QStringLiteral("undefined");
     switch (value.userType()) {
+    case QMetaType::Nullptr:
+        return QStringLiteral("null");
     case QMetaType::QString:
         return quoted(value.toString());
     case QMetaType::QUrl:
@@ -46,7 +56,8 @@ QString valueText(const QVariant &value)
     case QMetaType::QFont:
         return value.value<QFont>() == QFont() ? QStringLiteral("default") : value.toString();
     case QMetaType::QPoint:
-        return pointText(value.toPoint());
+    case QMetaType::QPointF:
+        return pointText(value.toPointF());
     case QMetaType::QSize:
     case QMetaType::QSizeF:
         return sizeText(value.toSizeF());
@@ -73,7 +84,7 @@ QString valueText(const QVariant &value)
                                                      : QStringLiteral("a value");
     if (typeName.endsWith(QLatin1Char('*'))) {
         const auto *object = value.value<QObject *>();
-        return object ? QString::fromLatin1(object->metaObject()->className()) : QStringLiteral("null");
+        return object ? withoutSerial(object->metaObject()->className()) : QStringLiteral("null");
     }
     if (value.canConvert<QVariantList>()) {
         const bool isEmpty = value.value<QSequentialIterable>().size() == 0;
@@ -133,9 +144,8 @@ QString enumLine(const QMetaEnum &metaEnum)
 
 QString propertyLine(const QMetaObject &meta, const QMetaProperty &property, const QString &value)
 {
-    QString line =
-        QStringLiteral("property %1 %2 = %3")
-            .arg(QString::fromLatin1(property.typeName()), QString::fromLatin1(property.name()), value);
+    QString line = QStringLiteral("property %1 %2 = %3")
+                       .arg(withoutSerial(property.typeName()), QString::fromLatin1(property.name()), value);
     if (!property.isWritable())
         line += QLatin1String(" read-only");
     line += property.hasNotifySignal()
@@ -222,7 +232,7 @@ QStringList declared(const QObject &object, const QStringList &known)
         return forms.first();
     };
     const QMetaObject &meta = *object.metaObject();
-    QStringList lines{QLatin1String("base ") + QString::fromLatin1(meta.superClass()->className())};
+    QStringList lines{QLatin1String("base ") + withoutSerial(meta.superClass()->className())};
     for (int i = meta.enumeratorOffset(); i < meta.enumeratorCount(); ++i)
         lines.append(enumLine(meta.enumerator(i)));
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {

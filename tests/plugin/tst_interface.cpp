@@ -1,4 +1,4 @@
-// Every member of every type, as the built module offers it, against the tables in interface/.
+// Every member of every type and document, as the built module offers it, against the tables in interface/.
 
 #include "interfacetable.h"
 
@@ -16,10 +16,15 @@ namespace {
 
 const QString moduleUri = QStringLiteral("com.ostrel.im.component");
 
-QStringList tableNames()
+QString tablesOfDocuments()
+{
+    return QStringLiteral("documents/");
+}
+
+QStringList tableNames(const QString &folder = QString())
 {
     QStringList names;
-    const auto files = QDir(QStringLiteral(TEST_SOURCE_DIR "/interface"))
+    const auto files = QDir(QStringLiteral(TEST_SOURCE_DIR "/interface/") + folder)
                            .entryInfoList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name);
     for (const QFileInfo &file : files)
         names.append(file.baseName());
@@ -86,23 +91,35 @@ private Q_SLOTS:
     void membersAreExactlyThoseOfTheTable()
     {
         QFETCH(QString, name);
-        QStringList unreadable;
-        const QStringList expected = interfacetable::expected(tableText(name), &unreadable);
-        QCOMPARE(unreadable, QStringList());
-        QVERIFY(!expected.isEmpty());
-
         const bool isSingleton = singletonByType().value(name);
         const std::unique_ptr<QObject> holder = create(name, isSingleton);
         QVERIFY(holder);
         const auto *object = isSingleton ? holder->property("it").value<QObject *>() : holder.get();
         QVERIFY(object);
-        const QStringList declared = interfacetable::declared(*object, expected);
-        const QStringList tooMuch = without(declared, expected);
-        const QStringList missing = without(expected, declared);
-        const QString difference =
-            QLatin1String("only in the module:\n  ") + tooMuch.join(QLatin1String("\n  ")) +
-            QLatin1String("\nonly in the table:\n  ") + missing.join(QLatin1String("\n  "));
-        QVERIFY2(tooMuch.isEmpty() && missing.isEmpty(), qPrintable(difference));
+        compare(*object, name);
+    }
+
+    void everyDocumentHasItsTable()
+    {
+        const QStringList documents = QDir(QStringLiteral(":/qml")).entryList(QDir::Files, QDir::Name);
+        QCOMPARE(QStringList(documents).replaceInStrings(QStringLiteral(".qml"), QString()),
+                 tableNames(tablesOfDocuments()));
+        QCOMPARE(documents.size(), 6);
+    }
+
+    void membersOfADocumentAreExactlyThoseOfItsTable_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name : tableNames(tablesOfDocuments()))
+            QTest::newRow(qPrintable(name)) << name;
+    }
+    void membersOfADocumentAreExactlyThoseOfItsTable()
+    {
+        QFETCH(QString, name);
+        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qml/%1.qml").arg(name)));
+        const std::unique_ptr<QObject> object(component.create());
+        QVERIFY2(object, qPrintable(component.errorString()));
+        compare(*object, tablesOfDocuments() + name);
     }
 
 private:
@@ -114,6 +131,21 @@ private:
         component.setData(
             "import QtQml 2.15\nimport com.ostrel.im.component 1.0\n" + element.arg(name).toUtf8(), QUrl());
         return std::unique_ptr<QObject>(component.create());
+    }
+
+    static void compare(const QObject &object, const QString &table)
+    {
+        QStringList unreadable;
+        const QStringList expected = interfacetable::expected(tableText(table), &unreadable);
+        QCOMPARE(unreadable, QStringList());
+        QVERIFY(!expected.isEmpty());
+        const QStringList declared = interfacetable::declared(object, expected);
+        const QStringList tooMuch = without(declared, expected);
+        const QStringList missing = without(expected, declared);
+        const QString difference =
+            QLatin1String("only in the module:\n  ") + tooMuch.join(QLatin1String("\n  ")) +
+            QLatin1String("\nonly in the table:\n  ") + missing.join(QLatin1String("\n  "));
+        QVERIFY2(tooMuch.isEmpty() && missing.isEmpty(), qPrintable(difference));
     }
 
     QQmlEngine engine;

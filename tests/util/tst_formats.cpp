@@ -9,6 +9,8 @@
 #include <QTranslator>
 #include <QtTest>
 
+#include <messageguard.h>
+
 #include <limits>
 
 namespace {
@@ -132,6 +134,13 @@ private Q_SLOTS:
                  QStringLiteral("2024-02-29 13:14:15.016"));
         QCOMPARE(util.toFormatTime(local(1965, 3, 4, 5), QStringLiteral("yyyyMMddHH")),
                  QStringLiteral("1965030405"));
+        // The ends of the range are taken without harm.
+        for (const qlonglong end :
+             {std::numeric_limits<qlonglong>::max(), std::numeric_limits<qlonglong>::min()}) {
+            QCOMPARE(util.toFormatTime(end, QStringLiteral("yyyy")),
+                     QDateTime::fromMSecsSinceEpoch(end).toString(QStringLiteral("yyyy")));
+            util.toFormatedDateTime(end);
+        }
     }
 
     void listTimesDependOnToday_data()
@@ -379,6 +388,19 @@ private Q_SLOTS:
         QCOMPARE(util.setColorAlpha(color, 1), color);
         QCOMPARE(util.setColorAlpha(color, 0.5).rgb() & 0xFFFFFF, QRgb(0x010203));
         QCOMPARE(color.alpha(), 255);
+    }
+
+    void alphaStaysWithinItsRange()
+    {
+        const MessageGuard guard;
+        const QColor color(1, 2, 3);
+        QCOMPARE(util.setColorAlpha(color, -0.5).alpha(), 0);
+        QCOMPARE(util.setColorAlpha(color, -qInf()).alpha(), 0);
+        QCOMPARE(util.setColorAlpha(color, 1.5).alpha(), 255);
+        QCOMPARE(util.setColorAlpha(color, qInf()).alpha(), 255);
+        QCOMPARE(util.setColorAlpha(color, qQNaN()).alpha(), 0);
+        QCOMPARE(util.setColorAlpha(color, qQNaN()).rgb() & 0xFFFFFF, QRgb(0x010203));
+        QCOMPARE(guard.unexpected(), QStringList());
     }
 
     void aBubbleCoversItsPartOfTheGradient_data()

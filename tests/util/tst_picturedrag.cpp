@@ -136,6 +136,20 @@ private Q_SLOTS:
         QVERIFY(watch.pixmap.isNull());
     }
 
+    void aDamagedPictureIsShownByItsThumbnail()
+    {
+        DragWatch watch;
+        QFile whole(picture(QStringLiteral("whole.png"), 400, 200));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        // The format is still known; the pixels are gone.
+        const QString damaged = file(QStringLiteral("a.png"), whole.read(16));
+        util.dragItem(damaged, picture(QStringLiteral("b.png"), 50, 50));
+        QTRY_COMPARE(watch.deleted, 1);
+        QVERIFY(watch.image.isNull());
+        QCOMPARE(watch.formats, QStringList{QStringLiteral("text/uri-list")});
+        QCOMPARE(watch.pixmap.size(), QSize(100, 100));
+    }
+
     void anUnreadableFileIsStillDraggedAsAnUrl()
     {
         DragWatch watch;

@@ -245,6 +245,58 @@ private Q_SLOTS:
         QCOMPARE(texts[0][0].toString(), QStringLiteral("one two three"));
     }
 
+    void aServerThatSends100MBIsHeardOut()
+    {
+        RawServer server(rightAnswer);
+        WebSocket socket;
+        QSignalSpy binaries(&socket, &QWebSocket::binaryMessageReceived);
+        socket.setUrl(server.url());
+        socket.open();
+        QTRY_VERIFY_WITH_TIMEOUT(socket.isConnected(), patience);
+        // One message of a hundred frames, the pieces of which differ.
+        constexpr int piece = 1000000;
+        QByteArray sent;
+        for (int i = 0; i < 100; ++i) {
+            const QByteArray payload(piece, char(i));
+            QByteArray head(1, char(i == 99 ? 0x80 : 0));
+            head[0] = char(head[0] | (i == 0 ? 2 : 0)); // binary, then continued
+            head.append(char(127));
+            for (int shift = 56; shift >= 0; shift -= 8)
+                head.append(char((quint64(piece) >> shift) & 0xFF));
+            sent += payload;
+            server.peer->write(head + payload);
+        }
+        // The event loop goes on meanwhile.
+        int ticks = 0;
+        QTimer ticker;
+        connect(&ticker, &QTimer::timeout, &ticker, [&ticks] { ++ticks; });
+        ticker.start(5);
+        QTRY_COMPARE_WITH_TIMEOUT(binaries.count(), 1, patience);
+        QVERIFY(binaries[0][0].toByteArray() == sent);
+        QVERIFY(ticks > 0);
+        QVERIFY(socket.isConnected());
+    }
+
+    void aMessageThatNeverEndsIsNotHandedOut()
+    {
+        RawServer server(rightAnswer);
+        WebSocket socket;
+        QSignalSpy texts(&socket, &QWebSocket::textMessageReceived);
+        socket.setUrl(server.url());
+        socket.open();
+        QTRY_VERIFY_WITH_TIMEOUT(socket.isConnected(), patience);
+        server.peer->write(frame(0x01, "begun"));
+        for (int i = 0; i < 10000; ++i)
+            server.peer->write(frame(0x00, "and on"));
+        QTRY_COMPARE_WITH_TIMEOUT(server.peer->bytesToWrite(), qint64(0), patience);
+        QTest::qWait(50);
+        QCOMPARE(texts.count(), 0);
+        QVERIFY(socket.isConnected());
+        server.peer->abort();
+        QTRY_VERIFY_WITH_TIMEOUT(!socket.isConnected(), patience);
+        QCOMPARE(texts.count(), 0);
+    }
+
     void nothingIsSentWithoutAConnection()
     {
         WebSocket socket;
