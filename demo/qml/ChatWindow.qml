@@ -53,6 +53,7 @@ FramelessWindow {
     excludeTitleArea: [titleBar.buttons]
     minimizedOnHide: chatClient.settings.minimizeOnClose
     Component.onCompleted: {
+        chatsPage.conversation.composer.takeFocus()
         if (first)
             hotKey.setShortcut(chatClient.settings.hotKey)
     }
@@ -154,6 +155,14 @@ FramelessWindow {
         onActivated: {
             window.page = "chats"
             window.conversation.openSearch("")
+        }
+    }
+
+    Shortcut {
+        sequence: StandardKey.Open
+        onActivated: {
+            window.page = "chats"
+            window.conversations.takeFocus()
         }
     }
 

@@ -73,6 +73,7 @@ private:
     int excess = 0;
 };
 
+/// Marks are none, whatever they stand on: a message never starts or ends with one that belongs to a blank.
 bool isContent(QChar c)
 {
     constexpr ushort privateLogo = 0xF8FF;

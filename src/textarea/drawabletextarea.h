@@ -15,6 +15,8 @@
 
 #include <QtQuickTemplates2/private/qquicktextarea_p.h>
 
+#include <optional>
+
 class QMimeData;
 class QSGSimpleTextureNode;
 class QTextCharFormat;
@@ -29,6 +31,9 @@ struct Prepared;
 /// which `insertAite()` makes, stay whole until an edit lands inside one. `content` and `aiteData` are what
 /// to send; they go into `DrawableText.text` and `DrawableText.userBlocks`. The client tells by the `visual`
 /// properties which part of the item is to be seen, so that only the emoji there are painted.
+///
+/// A paragraph of more than 10,000 characters turns the wrap mode `Wrap` into `WrapAnywhere`, until the text
+/// is short again and can't be undone.
 class DrawableTextArea : public QQuickTextArea
 {
     Q_OBJECT
@@ -278,9 +283,19 @@ private:
     [[nodiscard]] bool hasSelectedText() const;
     [[nodiscard]] int characterCount() const;
     void takeSelectionAway(QTextCursor &cursor);
+    void noticeLostSelection();
     [[nodiscard]] QTextCharFormat mentionFormat(const QVariantMap &aiteData);
     void writePrepared(QTextCursor &cursor, const areatext::Prepared &prepared, int room,
                        const QTextCharFormat &format) const;
+    void wrapFor(int paragraphLength);
+    struct NamedPiece
+    {
+        QString text;
+        QVariantMap mention; ///< its data; empty for plain text
+    };
+    [[nodiscard]] std::optional<QVector<NamedPiece>> namedPieces(const QString &text,
+                                                                 const QVector<TextSpan> &mentions);
+    void insertPieces(const QVector<NamedPiece> &pieces);
     [[nodiscard]] bool insertWithMentions(const QString &text, const QVector<TextSpan> &mentions);
     [[nodiscard]] QString mentionName(const QVariantMap &mention, const QString &text);
     void clearDocument();

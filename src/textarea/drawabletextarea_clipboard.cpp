@@ -49,6 +49,7 @@ QMap<uint, QString> wholeMentions(const QTextDocument &document, const QMap<uint
 
 void DrawableTextArea::onSelectonChanged()
 {
+    d->hadSelection = hasSelectedText();
     QTextDocument *document = textDocumentOfItem();
     QString content;
     int displayLength = 0;
@@ -85,6 +86,13 @@ void DrawableTextArea::onSelectonChanged()
 
     d->selectedContent = areadocument::withPlainSpaces(content);
     Q_EMIT selectedContentChanged(d->selectedContent);
+}
+
+// The base class loses a selection without a word where an undo leaves the cursor in its place.
+void DrawableTextArea::noticeLostSelection()
+{
+    if (d->hadSelection && !hasSelectedText())
+        onSelectonChanged();
 }
 
 QMimeData *DrawableTextArea::selectionMime() const

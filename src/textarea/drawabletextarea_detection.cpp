@@ -86,6 +86,7 @@ void DrawableTextArea::detect()
 // Only moves by a key or the mouse count; where a program puts the cursor, nothing is in progress.
 void DrawableTextArea::detectAfterMove()
 {
+    noticeLostSelection();
     if (d->scanAiteOnMove)
         detectAite();
     if (d->scanAiteOnMove && isAiteFound())

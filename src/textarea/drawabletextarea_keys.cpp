@@ -155,6 +155,7 @@ void DrawableTextArea::undoByKey(QKeyEvent *event)
     passOn(event);
     d->undoPending = false;
     setCursorPosition(position + d->undoDelta);
+    noticeLostSelection();
 }
 
 void DrawableTextArea::arrowKey(QKeyEvent *event)
@@ -311,6 +312,7 @@ void DrawableTextArea::focusOutEvent(QFocusEvent *event)
 void DrawableTextArea::passOn(QKeyEvent *event)
 {
     QQuickTextArea::keyPressEvent(event);
+    noticeLostSelection();
     correctSelectionClipboard();
 }
 

@@ -39,9 +39,11 @@ struct DrawableTextArea::State
     // ---- content
     quint16 aiteSerial = 0;           ///< of the mention that was inserted last
     bool contentNotifications = true; ///< false while a change of several steps goes on: one sync at its end
+    bool wrapsAnywhere = false;       ///< because of a long paragraph
     QTimer deferredSyncTimer;
     QTimer spellingTimer;              ///< a checker's delay; nothing waits for it yet
     QVector<TextSpan> selectionBlocks; ///< mentions of the selection, in display positions
+    bool hadSelection = false;         ///< when the selection was looked at last
 
     // ---- keys
     enum class VerticalKey { None, Up, Down };

@@ -15,6 +15,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTextBlock>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -23,6 +24,31 @@ namespace {
 
 const QString userIdKey = QStringLiteral("userId");
 const QString nickKey = QStringLiteral("aiteNick");
+
+/// Longest paragraph that is wrapped at words, in characters: a key takes a few milliseconds there.
+constexpr int longestWrappedByWords = 10'000;
+
+int longestLine(const QString &text)
+{
+    int longest = 0;
+    int start = 0;
+    while (start <= text.size()) {
+        const int end = text.indexOf(QLatin1Char('\n'), start);
+        longest = std::max(longest, (end == -1 ? text.size() : end) - start);
+        if (end == -1)
+            break;
+        start = end + 1;
+    }
+    return longest;
+}
+
+int longestParagraph(const QTextDocument &document)
+{
+    int longest = 0;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        longest = std::max(longest, block.length() - 1);
+    return longest;
+}
 
 /// How many line ends there are from `position` on, in steps of `step`.
 int returnsFrom(const QTextDocument &document, int position, int step)
@@ -94,6 +120,9 @@ void DrawableTextArea::insertText(const QString &text, const QVariantMap &aiteDa
 
     QTextDocument *document = textDocumentOfItem();
     QTextCursor ownCursor(document);
+    // One of no document or of another can't place anything here.
+    if (givenCursor && (givenCursor->isNull() || givenCursor->document() != document))
+        givenCursor = nullptr;
     QTextCursor &cursor = givenCursor ? *givenCursor : ownCursor;
     takeSelectionAway(cursor);
 
@@ -113,6 +142,7 @@ void DrawableTextArea::insertText(const QString &text, const QVariantMap &aiteDa
     // A mention that does not fit goes in as plain text.
     const bool fits = limit == -1 || prepared.text.size() + current <= limit;
     const int room = limit == -1 ? prepared.text.size() : std::max(limit - current, 0);
+    wrapFor(cursor.block().length() - 1 + std::min(longestLine(prepared.text), room));
     writePrepared(cursor, prepared, room, fits ? mentionFormat(aiteData) : QTextCharFormat());
     if (!givenCursor)
         cursor.endEditBlock();
@@ -120,6 +150,27 @@ void DrawableTextArea::insertText(const QString &text, const QVariantMap &aiteDa
     markOverlays();
     if (limit != -1 && current + prepared.text.size() >= limit)
         Q_EMIT maxCharacterCountReached();
+}
+
+// Spaces are no-break spaces in the document, so a paragraph is one word to the layout, which looks for the
+// word's end from each line anew: a paragraph of a million characters would take minutes, at each key. Its
+// lines end anywhere then, as they nearly do anyway.
+void DrawableTextArea::wrapFor(int paragraphLength)
+{
+    if (paragraphLength > longestWrappedByWords) {
+        if (wrapMode() == QQuickTextEdit::Wrap) {
+            d->wrapsAnywhere = true;
+            setWrapMode(QQuickTextEdit::WrapAnywhere);
+        }
+        return;
+    }
+    // What can be undone may bring a long paragraph back.
+    if (d->wrapsAnywhere && !canUndo() && !canRedo() &&
+        longestParagraph(*textDocumentOfItem()) <= longestWrappedByWords) {
+        d->wrapsAnywhere = false;
+        if (wrapMode() == QQuickTextEdit::WrapAnywhere)
+            setWrapMode(QQuickTextEdit::Wrap);
+    }
 }
 
 /// Removes the selection, if there is one, and leaves `cursor` where text is to go in.
@@ -137,8 +188,7 @@ void DrawableTextArea::takeSelectionAway(QTextCursor &cursor)
     cursor.removeSelectedText();
     // Inside an edit block the base class tells only at its end that nothing is selected any more, and the
     // next insertion would take the selection off its count again.
-    if (!d->selectedContent.isEmpty() && !hasSelectedText())
-        onSelectonChanged();
+    noticeLostSelection();
 }
 
 /// The format of a new mention; an empty one for no data.
@@ -218,13 +268,18 @@ bool DrawableTextArea::insertWithMentions(const QString &text, const QVector<Tex
         insertText(text);
         return true;
     }
-    // All names are asked for before the document is touched: the client's function may do with the box what
-    // it likes.
-    struct NamedPiece
-    {
-        QString text;
-        QVariantMap mention;
-    };
+    const std::optional<QVector<NamedPiece>> pieces = namedPieces(text, mentions);
+    if (!pieces)
+        return false;
+    insertPieces(*pieces);
+    return true;
+}
+
+/// `text` cut at its mentions, with their names. All are asked for before the document is touched: the
+/// client's function may do with the box what it likes. None when it deleted the box.
+std::optional<QVector<DrawableTextArea::NamedPiece>>
+DrawableTextArea::namedPieces(const QString &text, const QVector<TextSpan> &mentions)
+{
     QVector<NamedPiece> named;
     const QPointer<DrawableTextArea> self(this);
     for (const areatext::Piece &piece : areatext::pieces(text, mentions)) {
@@ -236,7 +291,7 @@ bool DrawableTextArea::insertWithMentions(const QString &text, const QVector<Tex
             piece.data.canConvert<QVariantMap>() ? piece.data.toMap() : QVariantMap{{userIdKey, piece.data}};
         const QString name = mentionName(mention, piece.text);
         if (!self)
-            return false;
+            return std::nullopt;
         if (name.isEmpty()) {
             named.append({piece.text, {}});
         } else {
@@ -244,17 +299,20 @@ bool DrawableTextArea::insertWithMentions(const QString &text, const QVector<Tex
             named.append({name, mention});
         }
     }
+    return named;
+}
 
+void DrawableTextArea::insertPieces(const QVector<NamedPiece> &pieces)
+{
     QTextDocument *document = textDocumentOfItem();
     if (!hasSelectedText())
         mentionedges::dissolve(*document, cursorPosition(), cursorPosition());
     QTextCursor cursor(document);
     cursor.setPosition(cursorPosition());
     cursor.beginEditBlock();
-    for (const NamedPiece &piece : qAsConst(named))
+    for (const NamedPiece &piece : pieces)
         insertText(piece.text, piece.mention, &cursor);
     cursor.endEditBlock();
-    return true;
 }
 
 /// Asks the client for the name under which a mention goes in. A function that is missing or fails gives what
@@ -279,6 +337,12 @@ void DrawableTextArea::setContent(const QString &content)
     const QString limited = limitReturns(content);
     if (limited == this->content())
         return;
+    // That the old text is gone is told on its own: while spelling is checked, the new one is read later, and
+    // until then nobody shall take the old one for it.
+    const QPointer<DrawableTextArea> self(this);
+    clearDocument();
+    if (!self)
+        return;
     {
         const Silence silence(*this);
         if (!replaceContent(areatext::normalised(flattenUserBlocks(limited))))
@@ -293,11 +357,10 @@ void DrawableTextArea::setContent(const QString &content)
     Q_EMIT contentChanged(this->content());
 }
 
-/// Puts a normalised text, with the waiting user blocks, in the place of all there is. False when the
-/// client's function deleted the box.
+/// Puts a normalised text, with the waiting user blocks, into the cleared document. False when the client's
+/// function deleted the box.
 bool DrawableTextArea::replaceContent(const QString &text)
 {
-    clearDocument();
     if (!d->aiteEnabled) {
         insertText(text);
         return true;
@@ -305,20 +368,28 @@ bool DrawableTextArea::replaceContent(const QString &text)
     const UserTextBlocks blocks = d->userBlocks;
     int next = 0;
     qint64 lineStart = 0;
-    const QStringList lines = drawabletext::readLines(text);
-    for (int i = 0; i < lines.size(); ++i) {
-        if (i > 0)
-            insertText(QStringLiteral("\n"));
-        const QString &line = lines.at(i);
+    QVector<QVector<NamedPiece>> lines;
+    for (const QString &line : drawabletext::readLines(text)) {
         const qint64 lineEnd = lineStart + line.size() + 1;
         const drawabletext::EmojiPrefixes prefixes(line);
         QVector<TextSpan> spans;
         while (next < blocks.size() && blocks.at(next).start < lineEnd)
             spans.append(drawabletext::lineSpan(blocks.at(next++), lineStart, prefixes));
-        if (!insertWithMentions(line, spans))
+        const std::optional<QVector<NamedPiece>> pieces = namedPieces(line, spans);
+        if (!pieces)
             return false;
+        lines.append(*pieces);
         lineStart = lineEnd;
     }
+    // One edit for all lines: at the end of each the base class looks at every paragraph.
+    QTextCursor edit(textDocumentOfItem());
+    edit.beginEditBlock();
+    for (int i = 0; i < lines.size(); ++i) {
+        if (i > 0)
+            insertText(QStringLiteral("\n"));
+        insertPieces(lines.at(i));
+    }
+    edit.endEditBlock();
     d->userBlocks.clear();
     return true;
 }

@@ -41,7 +41,7 @@ QStringList Screenshots::pages()
 {
     return QStringLiteral(
                "answer arabic attachments capture chinese code contacts conversation counter direct "
-               "emoji emoji-messages gallery gallery-end hover link long map map-zoomed mentions "
+               "emoji emoji-messages gallery gallery-end hover keyboard link long map map-zoomed mentions "
                "menu name-card person picker previews question search selection sent settings tags "
                "wallpaper")
         .split(QLatin1Char(' '));

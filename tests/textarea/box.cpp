@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMap>
 #include <QMimeData>
 #include <QQuickTextDocument>
 #include <QTextCursor>
@@ -153,6 +154,57 @@ UserTextBlock aiteBlock(int start, int length, const QVariant &userId)
     block.type = 3;
     block.data = userId;
     return block;
+}
+
+QString tellText(QTextDocument &document, int from, int to)
+{
+    QString text;
+    for (int i = from; i < to; ++i) {
+        const QChar c = document.characterAt(i);
+        QTextCursor cursor(&document);
+        cursor.setPosition(i + 1);
+        const QStringList emoji = cursor.charFormat().property(QTextFormat::UserProperty).toStringList();
+        if (c == QChar(QChar::ParagraphSeparator) || c == QChar(QChar::LineSeparator))
+            text += QLatin1Char('\n');
+        else if (c == QChar(0xEEEE) && emoji.size() == 2)
+            text += emoji.at(1);
+        else
+            text += c;
+    }
+    return text.replace(QChar(0x00A0), QLatin1Char(' ')).replace(QChar(0xEEEF), QLatin1Char('\t'));
+}
+
+Told tell(QTextDocument &document)
+{
+    Told told;
+    QMap<int, int> found; // lengths by start
+    QVariantList serials;
+    for (int i = 0; i < document.characterCount() - 1; ++i) {
+        const QString piece = tellText(document, i, i + 1);
+        const int pos = told.text.size();
+        told.text += piece;
+        if (piece == QLatin1String("\n"))
+            continue;
+        QTextCursor cursor(&document);
+        cursor.setPosition(i + 1);
+        const QTextCharFormat format = cursor.charFormat();
+        const QVariant serial = format.property(QTextFormat::UserProperty + 2);
+        if (!serial.isValid())
+            continue;
+        if (!serials.contains(serial)) {
+            serials.append(serial);
+            told.mentions.append(format.property(QTextFormat::UserProperty + 1));
+            told.names.append(QString());
+            found.insert(pos, 0);
+        }
+        found.last() += piece.size();
+        told.names.last() += piece;
+    }
+    int k = 0;
+    for (auto entry = found.cbegin(); entry != found.cend(); ++entry, ++k)
+        told.blocks.append(aiteBlock(entry.key(), entry.value(),
+                                     told.mentions.at(k).toMap().value(QStringLiteral("userId"))));
+    return told;
 }
 
 QMimeData *mimeWithMentions(const QString &text, const QVector<QPair<int, int>> &mentions)

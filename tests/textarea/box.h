@@ -65,6 +65,18 @@ extern const QString family; ///< four people and three joiners, eleven units
 
 [[nodiscard]] UserTextBlock aiteBlock(int start, int length, const QVariant &userId);
 
+/// What a document says, told character by character with a cursor each: slow, and by the rules alone.
+struct Told
+{
+    QString text;
+    UserTextBlocks blocks;
+    QVariantList mentions; ///< data of each
+    QStringList names;     ///< text of each mention as it stands in the document
+};
+[[nodiscard]] Told tell(QTextDocument &document);
+/// ... of the characters from `from` to `to`, the latter excluded.
+[[nodiscard]] QString tellText(QTextDocument &document, int from, int to);
+
 /// Clipboard data of `text` with mentions at (from, to), each of `userId` 1, 2, ... and named by its own
 /// text.
 [[nodiscard]] QMimeData *mimeWithMentions(const QString &text, const QVector<QPair<int, int>> &mentions);

@@ -384,10 +384,12 @@ private Q_SLOTS:
         QVERIFY(!box.canUndo());
         QVERIFY(!box.canRedo());
         QCOMPARE(content.last().first().toString(), QStringLiteral("new"));
-        // The change itself is told once, and that the content was set once more.
-        QCOMPARE(content.count(), 2);
+        // Told are the end of the old text, the new one, and that it was set.
+        QCOMPARE(content.count(), 3);
+        QCOMPARE(content.at(0).first().toString(), QString());
+        QCOMPARE(content.at(1).first().toString(), QStringLiteral("new"));
         box.setContent(QStringLiteral("new"));
-        QCOMPARE(content.count(), 2);
+        QCOMPARE(content.count(), 3);
     }
 
     void setContentShowsTheDisplayNamesOfInBandBlocks()
@@ -441,13 +443,41 @@ private Q_SLOTS:
     {
         Box box;
         box.setSpellcheckEnabled(true);
+        box.insertText(QStringLiteral("old"));
+        QSignalSpy content(&box, &DrawableTextArea::contentChanged);
         QSignalSpy untrimmed(&box, &DrawableTextArea::untrimmedContentChanged);
         box.setContent(QStringLiteral("abc"));
-        QCOMPARE(untrimmed.count(), 0);
+        // Until then nobody takes the old text for the new one.
+        QCOMPARE(untrimmed.count(), 1);
         QCOMPARE(box.untrimmedContent(), QString());
-        QTRY_COMPARE_WITH_TIMEOUT(untrimmed.count(), 1, patience);
+        QCOMPARE(content.last().first().toString(), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(untrimmed.count(), 2, patience);
+        QCOMPARE(content.last().first().toString(), QStringLiteral("abc"));
         QCOMPARE(box.untrimmedContent(), QStringLiteral("abc"));
         QVERIFY(!box.canUndo());
+    }
+
+    // Lines are read as the view reads them, which ends the last one with its line end.
+    void theLastLineEndOfARestoredMessageGoes()
+    {
+        Box box;
+        box.setContent(QStringLiteral("a\n\n"));
+        QCOMPARE(box.untrimmedContent(), QStringLiteral("a\n\n"));
+        box.setAiteEnabled(true);
+        box.setContent(QStringLiteral("b\n\n"));
+        QCOMPARE(box.untrimmedContent(), QStringLiteral("b\n"));
+    }
+
+    // Each further edit would have the base class look at all paragraphs, and take minutes together.
+    void manyLinesAreRestoredInOneEdit()
+    {
+        Box box;
+        box.setAiteEnabled(true);
+        QSignalSpy edits(box.document(), &QTextDocument::contentsChange);
+        const QString text = QStringLiteral("a line\n").repeated(50'000) + QStringLiteral("end");
+        box.setContent(text);
+        QCOMPARE(edits.count(), 1);
+        QCOMPARE(box.untrimmedContent(), text);
     }
 
     void setAiteDataMakesThePresentTextPlain()
@@ -565,6 +595,56 @@ private Q_SLOTS:
         box.insertText(QStringLiteral("ab"), mention(1));
         QCOMPARE(box.formatAt(0).property(QTextFormat::UserProperty + 2).toUInt(), 0U);
         QCOMPARE(box.aiteList().size(), 1);
+    }
+
+    void aCursorOfNoUseCountsAsNone()
+    {
+        Box box;
+        box.insertText(QStringLiteral("ab"));
+        QTextCursor null;
+        box.insertText(QStringLiteral("c"), {}, &null);
+        QTextDocument other(QStringLiteral("another text"));
+        QTextCursor elsewhere(&other);
+        elsewhere.setPosition(12);
+        box.select(0, 1);
+        box.insertText(QStringLiteral("d"), mention(1), &elsewhere);
+        QCOMPARE(box.content(), QStringLiteral("dbc"));
+        QCOMPARE(other.toPlainText(), QStringLiteral("another text"));
+
+        // One that stood far behind what is left.
+        QTextCursor far(box.document());
+        box.insertText(QString(100, QLatin1Char('x')));
+        far.setPosition(100);
+        box.clear();
+        box.insertText(QStringLiteral("e"), {}, &far);
+        QCOMPARE(box.content(), QStringLiteral("e"));
+    }
+
+    // A paragraph is one word to the layout: it would be laid out for minutes.
+    void aParagraphOfManyThousandCharactersWrapsAnywhere()
+    {
+        Box box;
+        QSignalSpy wrapping(&box, &QQuickTextEdit::wrapModeChanged);
+        box.insertText(QStringLiteral("word ").repeated(1999));
+        QCOMPARE(box.wrapMode(), QQuickTextEdit::Wrap);
+        box.insertText(QStringLiteral("words"));
+        QCOMPARE(wrapping.count(), 0);
+        box.insertText(QStringLiteral("s"));
+        QCOMPARE(box.wrapMode(), QQuickTextEdit::WrapAnywhere);
+        // Until the long text is gone for good.
+        box.selectAll();
+        box.key(Qt::Key_Backspace);
+        box.insertText(QStringLiteral("short"));
+        QCOMPARE(box.wrapMode(), QQuickTextEdit::WrapAnywhere);
+        box.setContent(QStringLiteral("new"));
+        box.insertText(QStringLiteral(" and short"));
+        QCOMPARE(box.wrapMode(), QQuickTextEdit::Wrap);
+        QCOMPARE(wrapping.count(), 2);
+
+        Box other;
+        other.setWrapMode(QQuickTextEdit::NoWrap);
+        other.insertText(QStringLiteral("word ").repeated(3000));
+        QCOMPARE(other.wrapMode(), QQuickTextEdit::NoWrap);
     }
 
     void positionsFarOutsideAreTakenCalmly()

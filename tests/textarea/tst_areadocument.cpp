@@ -5,63 +5,10 @@
 #include "box.h"
 #include "documents.h"
 
-#include <QMap>
 #include <QRandomGenerator>
 #include <QtTest>
 
 using namespace fixture;
-
-namespace {
-
-/// What the document says, told character by character with one cursor each.
-struct Told
-{
-    QString text;
-    UserTextBlocks blocks;
-    QVariantList mentions;
-};
-
-Told tell(QTextDocument &document)
-{
-    Told told;
-    const QString plain = document.toPlainText();
-    QMap<int, QString> found;
-    QVariantList serials;
-    int pos = 0;
-    for (int i = 0; i < plain.size(); ++i) {
-        const QChar c = plain.at(i);
-        if (c == QLatin1Char('\n')) {
-            told.text += c;
-            ++pos;
-            continue;
-        }
-        QTextCursor cursor(&document);
-        cursor.setPosition(i + 1);
-        const QTextCharFormat format = cursor.charFormat();
-        const QStringList emoji = format.property(QTextFormat::UserProperty).toStringList();
-        const QString piece = c == QChar(0xEEEE) && emoji.size() == 2 ? emoji.at(1) : QString(c);
-        const QVariant serial = format.property(QTextFormat::UserProperty + 2);
-        if (serial.isValid()) {
-            if (serials.contains(serial)) {
-                found.last() += piece;
-            } else {
-                serials.append(serial);
-                told.mentions.append(format.property(QTextFormat::UserProperty + 1));
-                found.insert(pos, piece);
-            }
-        }
-        told.text += piece;
-        pos += piece.size();
-    }
-    int k = 0;
-    for (auto entry = found.cbegin(); entry != found.cend(); ++entry, ++k)
-        told.blocks.append(aiteBlock(entry.key(), entry.value().size(),
-                                     told.mentions.at(k).toMap().value(QStringLiteral("userId"))));
-    told.text.replace(QChar(0x00A0), QLatin1Char(' ')).replace(QChar(0xEEEF), QLatin1Char('\t'));
-    return told;
-}
-
-} // namespace
 
 class TestAreaDocument : public QObject
 {

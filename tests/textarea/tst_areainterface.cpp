@@ -7,10 +7,13 @@
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QQuickTextDocument>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QValidator>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -217,6 +220,57 @@ private Q_SLOTS:
         QCOMPARE(box.validator(), nullptr);
         box.insertText(QStringLiteral("a"));
         QCOMPARE(box.untrimmedContent(), QStringLiteral("a"));
+    }
+
+    // QML sets the properties of an item in an order of its own before the item is complete.
+    void propertiesMayBeSetInAnyOrderBeforeCompletion()
+    {
+        class Incomplete : public DrawableTextArea
+        {
+        public:
+            Incomplete() { classBegin(); }
+            using DrawableTextArea::componentComplete;
+        };
+        QRandomGenerator random(11);
+        QJSEngine engine;
+        const QVariant names =
+            QVariant::fromValue(engine.evaluate(QStringLiteral("(function(json, text) { return text; })")));
+        QIntValidator validator;
+        for (int round = 0; round < 200; ++round) {
+            Incomplete box;
+            QVector<QPair<QByteArray, QVariant>> writes;
+            for (const PropertyRow &row : propertyTable()) {
+                if (row.other.isValid() && QByteArray(row.name) != "selectedContent")
+                    writes.append({row.name, row.other});
+            }
+            writes.append({"userBlocks", QVariant::fromValue(UserTextBlocks{fixture::aiteBlock(0, 2, 5)})});
+            writes.append({"wrapMode", int(QQuickTextEdit::Wrap)});
+            writes.append({"width", 100});
+            writes.append({"height", 50});
+            writes.append({"readOnly", true});
+            // Names are asked for as soon as there are a content and its mentions.
+            box.setProperty("aiteNameFunction", names);
+            std::shuffle(writes.begin(), writes.end(), random);
+            for (const auto &write : qAsConst(writes))
+                QVERIFY2(box.setProperty(write.first, write.second), write.first);
+            box.setValidator(&validator); // refuses letters from now on
+            box.componentComplete();
+            box.insertText(QStringLiteral("x"));
+            // While spelling is checked, the content is read later, or where its mentions are asked for.
+            QVERIFY(box.aiteData().isValid());
+            for (const auto &write : qAsConst(writes)) {
+                // Detection told otherwise, or the content used it.
+                if (write.first.contains("From") || write.first.contains("Len") ||
+                    write.first == "userBlocks")
+                    continue;
+                QCOMPARE(box.property(write.first), write.second);
+            }
+            QCOMPARE(box.untrimmedContent(), QStringLiteral("text"));
+            QCOMPARE(box.text(), QStringLiteral("text"));
+            // Used by the content, where both it and mentions were wanted before; else it waits.
+            const int waiting = box.userBlocks().value<UserTextBlocks>().size();
+            QCOMPARE(box.aiteList().size() + waiting, 1);
+        }
     }
 
     void visualSizesOfNoSenseDoNoHarm()

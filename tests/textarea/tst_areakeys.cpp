@@ -1,14 +1,12 @@
-// The input box under real keys and a real mouse in a window.
+// The input box under real keys in a window.
 
 #include "box.h"
 
 #include "itemwindow.h"
 #include "messageguard.h"
-#include "pointer.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QCursor>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QValidator>
@@ -471,6 +469,39 @@ private Q_SLOTS:
         QCOMPARE(box->selectedContent(), QStringLiteral("n"));
     }
 
+    void controlAndShiftSelectAWordOfAMention()
+    {
+        box->insertText(QStringLiteral("@Ann Lee"), mention(1));
+        press(Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(box->selectedContent(), QStringLiteral("Lee"));
+        QCOMPARE(box->mentions().size(), 1);
+        type(QStringLiteral("x"));
+        QCOMPARE(box->content(), QStringLiteral("@Ann x"));
+        QCOMPARE(box->mentions(), QStringList());
+    }
+
+    void aMentionInRightToLeftTextIsOneToo()
+    {
+        const QString name = QStringLiteral("\u05D0\u05D1 \u05D2\u05D3");
+        box->insertText(QStringLiteral("\u05E9\u05DC "));
+        box->insertText(name, mention(1));
+        QCOMPARE(box->blocks(), UserTextBlocks{aiteBlock(3, 5, 1)});
+        press(Qt::Key_Left, Qt::ShiftModifier); // which leads back or on, but by one character
+        press(Qt::Key_Right, Qt::ShiftModifier);
+        box->setCursorPosition(8);
+        press(Qt::Key_Backspace);
+        QCOMPARE(box->untrimmedContent(), QStringLiteral("\u05E9\u05DC "));
+        press(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(box->aiteList().size(), 1);
+        box->setCursorPosition(3);
+        press(Qt::Key_Delete);
+        QCOMPARE(box->untrimmedContent(), QStringLiteral("\u05E9\u05DC "));
+        press(Qt::Key_Z, Qt::ControlModifier);
+        box->setCursorPosition(5);
+        type(QStringLiteral("x"));
+        QCOMPARE(box->aiteList(), QVariantList());
+    }
+
     void upAndDownLeaveTheLinesAtTheEnds()
     {
         box->setUpDownKeyEnabled(true);
@@ -528,6 +559,23 @@ private Q_SLOTS:
         QCOMPARE(box->cursorPosition(), 2);
     }
 
+    void anUndoLeavesNothingSelected()
+    {
+        box->insertText(QStringLiteral("abc"));
+        box->insertText(QStringLiteral("def"));
+        box->select(3, 6);
+        QCOMPARE(box->selectedContent(), QStringLiteral("def"));
+        QSignalSpy selected(box.get(), &DrawableTextArea::selectedContentChanged);
+        press(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(box->content(), QStringLiteral("abc"));
+        QCOMPARE(box->selectionStart(), box->selectionEnd());
+        QCOMPARE(box->selectedContent(), QString());
+        QCOMPARE(selected.last().first().toString(), QString());
+        // The clipboard gets nothing of what is gone.
+        press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("untouched"));
+    }
+
     void undoWithNothingToUndoKeepsTheCursor()
     {
         box->setContent(QStringLiteral("abc"));
@@ -574,231 +622,6 @@ private Q_SLOTS:
         QCOMPARE(box->content(), QStringLiteral("camel Ann"));
     }
 
-    // ---- mouse
-
-    void aPressKeepsTheMouse()
-    {
-        Pointer mouse(box.get());
-        mouse.press(QPointF(10, 10));
-        QVERIFY(box->keepMouseGrab());
-        mouse.release(QPointF(10, 10));
-        QVERIFY(!box->keepMouseGrab());
-    }
-
-    void aDragOverHalfAMentionSelectsJustThat()
-    {
-        box->insertText(QStringLiteral("ab"));
-        box->insertText(QStringLiteral("@Ann"), mention(1));
-        box->insertText(QStringLiteral("cd"));
-        Pointer mouse(box.get());
-        mouse.drag(spot(1), spot(4));
-        QCOMPARE(box->selectedContent(), QStringLiteral("b@A"));
-        press(Qt::Key_Delete);
-        QCOMPARE(box->content(), QStringLiteral("anncd"));
-        QCOMPARE(box->mentions(), QStringList());
-    }
-
-    void aClickInsideAMentionLetsItBeEdited()
-    {
-        box->insertText(QStringLiteral("@Anna"), mention(1));
-        box->insertText(QStringLiteral(" cd"));
-        Pointer(box.get()).click(spot(3));
-        QCOMPARE(box->cursorPosition(), 3);
-        type(QStringLiteral("x"));
-        QCOMPARE(box->content(), QStringLiteral("@Anxna cd"));
-        QCOMPARE(box->mentions(), QStringList());
-    }
-
-    void aDoubleClickOnAMentionSelectsAWordOfIt()
-    {
-        box->insertText(QStringLiteral("Anna"), mention(1));
-        box->insertText(QStringLiteral(" cd"));
-        Pointer(box.get()).doubleClick(spot(2));
-        QCOMPARE(box->selectedContent(), QStringLiteral("Anna"));
-        press(Qt::Key_C, Qt::ControlModifier);
-        QVERIFY(QGuiApplication::clipboard()->mimeData()->hasFormat(aiteFormat));
-        press(Qt::Key_Backspace);
-        QCOMPARE(box->untrimmedContent(), QStringLiteral(" cd"));
-    }
-
-    void thePointerShowsAHandOverMentions()
-    {
-        box->insertText(QStringLiteral("abcd"));
-        box->insertText(QStringLiteral("@Anna"), mention(1));
-        Pointer mouse(box.get());
-        mouse.press(spot(2));
-        mouse.move(spot(3));
-        QCOMPARE(box->cursor().shape(), Qt::IBeamCursor);
-        mouse.move(spot(7));
-        QCOMPARE(box->cursor().shape(), Qt::PointingHandCursor);
-        mouse.release(spot(7));
-    }
-
-    void aRightClickAsksForTheMenuWithNothingToOffer()
-    {
-        box->insertText(QStringLiteral("abcd"));
-        QSignalSpy menu(box.get(), &DrawableTextArea::customContextMenuRequested);
-        Pointer(box.get()).click(spot(2), Qt::RightButton);
-        QCOMPARE(menu.count(), 1);
-        QCOMPARE(menu.first(), (QVariantList{QVariantList(), false}));
-        box->setSpellcheckEnabled(true);
-        Pointer(box.get()).click(spot(2), Qt::RightButton);
-        QCOMPARE(menu.count(), 2);
-        Pointer(box.get()).click(spot(2), Qt::LeftButton);
-        QCOMPARE(menu.count(), 2);
-    }
-
-    void otherProgramsGetNoPlaceholdersFromTheSelection()
-    {
-        QClipboard *clipboard = QGuiApplication::clipboard();
-        if (!clipboard->supportsSelection())
-            QSKIP("This window system has no second clipboard.");
-        box->insertText(QStringLiteral("a") + grin + QStringLiteral(" b"));
-        Pointer(box.get()).drag(spot(0), spot(4));
-        QCOMPARE(box->selectedContent(), QStringLiteral("a") + grin + QStringLiteral(" b"));
-        QCOMPARE(clipboard->text(QClipboard::Selection), box->selectedContent());
-        box->setCursorPosition(4);
-        for (int i = 0; i < 3; ++i)
-            press(Qt::Key_Left, Qt::ShiftModifier);
-        QVERIFY(!clipboard->text(QClipboard::Selection).contains(QChar(0xEEEE)));
-    }
-
-    void aMiddleClickPastesWhatOtherProgramsSelected_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("raw");
-        QTest::newRow("spaces") << QStringLiteral("x y") << QStringLiteral("x\u00A0y");
-        QTest::newRow("tab") << QStringLiteral("x\ty") << QStringLiteral("x\uEEEFy");
-        QTest::newRow("lines") << QStringLiteral("x\ny") << QStringLiteral("x\ny");
-        for (const EmojiKind &kind : emojiKinds())
-            QTest::newRow(kind.name) << kind.source << QStringLiteral("\uEEEE");
-    }
-    void aMiddleClickPastesWhatOtherProgramsSelected()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, raw);
-        QClipboard *clipboard = QGuiApplication::clipboard();
-        if (!clipboard->supportsSelection())
-            QSKIP("This window system has no second clipboard.");
-        clipboard->setText(text, QClipboard::Selection);
-        box->insertText(QStringLiteral("ab"));
-        Pointer(box.get()).click(spot(1), Qt::MiddleButton);
-        QCOMPARE(box->raw(), QLatin1Char('a') + raw + QLatin1Char('b'));
-        QCOMPARE(box->content(), QLatin1Char('a') + text + QLatin1Char('b'));
-        box->setReadOnly(true);
-        Pointer(box.get()).click(spot(1), Qt::MiddleButton);
-        QCOMPARE(box->content(), QLatin1Char('a') + text + QLatin1Char('b'));
-    }
-
-    // ---- input methods
-
-    void aChineseWordIsComposedAndCommitted()
-    {
-        QSignalSpy content(box.get(), &DrawableTextArea::contentChanged);
-        for (const QString &preedit :
-             {QStringLiteral("n"), QStringLiteral("ni"), QStringLiteral("ni'h"), QStringLiteral("ni'hao")}) {
-            box->compose(preedit);
-            QCOMPARE(box->preeditText(), preedit);
-        }
-        QCOMPARE(content.count(), 0);
-        box->commit(QStringLiteral("\u4F60\u597D"));
-        QCOMPARE(box->content(), QStringLiteral("\u4F60\u597D"));
-        QCOMPARE(box->preeditText(), QString());
-        QCOMPARE(content.count(), 1);
-    }
-
-    void aJapaneseSequenceCommitsAndGoesOn()
-    {
-        box->compose(QStringLiteral("\u304B"));
-        box->compose(QStringLiteral("\u304B\u3093"));
-        QInputMethodEvent both(QStringLiteral("\u3058"), {});
-        both.setCommitString(QStringLiteral("\u611F"));
-        QCoreApplication::sendEvent(box.get(), &both);
-        QCOMPARE(box->content(), QStringLiteral("\u611F"));
-        QCOMPARE(box->preeditText(), QStringLiteral("\u3058"));
-        box->commit(QStringLiteral("\u3058"));
-        QCOMPARE(box->content(), QStringLiteral("\u611F\u3058"));
-    }
-
-    void anAbandonedPreeditLeavesNothing()
-    {
-        box->insertText(QStringLiteral("ab"));
-        box->compose(QStringLiteral("ni"));
-        box->compose(QString());
-        QCOMPARE(box->preeditText(), QString());
-        QCOMPARE(box->content(), QStringLiteral("ab"));
-    }
-
-    void aCommitMayReplaceWhatStandsBefore()
-    {
-        box->insertText(QStringLiteral("teh"));
-        box->commit(QStringLiteral("the"), -3, 3);
-        QCOMPARE(box->content(), QStringLiteral("the"));
-        QCOMPARE(box->cursorPosition(), 3);
-        box->commit(QString(), -1, 1);
-        QCOMPARE(box->content(), QStringLiteral("th"));
-        box->commit(QStringLiteral("x"), -99, 999);
-        QCOMPARE(box->content(), QStringLiteral("x"));
-    }
-
-    void aReplacementInsideAMentionDissolvesIt()
-    {
-        box->insertText(QStringLiteral("@Ann"), mention(1));
-        box->commit(QStringLiteral("x"), -2, 2);
-        QCOMPARE(box->content(), QStringLiteral("@Ax"));
-        QCOMPARE(box->mentions(), QStringList());
-    }
-
-    void committedTextIsLimited()
-    {
-        box->setMaxCharacterCount(3);
-        QSignalSpy reached(box.get(), &DrawableTextArea::maxCharacterCountReached);
-        box->commit(QStringLiteral("\u4F60\u597D\u4F60\u597D"));
-        QCOMPARE(box->content(), QStringLiteral("\u4F60\u597D\u4F60"));
-        QCOMPARE(reached.count(), 1);
-    }
-
-    void aCommitInsideAMentionDissolvesIt()
-    {
-        box->insertText(QStringLiteral("@Ann"), mention(1));
-        box->setCursorPosition(2);
-        box->compose(QStringLiteral("ni"));
-        QCOMPARE(box->aiteList().size(), 1);
-        box->commit(QStringLiteral("\u4F60"));
-        QCOMPARE(box->content(), QStringLiteral("@A\u4F60nn"));
-        QCOMPARE(box->aiteList().size(), 0);
-    }
-
-    void keysDuringAPreeditDoNotBreakIt()
-    {
-        box->insertText(QStringLiteral("ab"));
-        box->compose(QStringLiteral("ni"));
-        press(Qt::Key_Backspace);
-        press(Qt::Key_Return);
-        box->commit(QStringLiteral("\u4F60"));
-        QVERIFY(box->content().endsWith(QChar(0x4F60)));
-        QCOMPARE(box->preeditText(), QString());
-    }
-
-    void losingTheFocusEndsThePreedit()
-    {
-        box->insertText(QStringLiteral("ab"));
-        box->compose(QStringLiteral("ni"));
-        box->setFocus(false);
-        QCOMPARE(box->preeditText(), QString());
-        QCOMPARE(box->content(), QStringLiteral("ab"));
-        box->setFocus(true);
-        type(QStringLiteral("c"));
-        QCOMPARE(box->content(), QStringLiteral("abc"));
-    }
-
-    void aReadOnlyBoxTakesNoCommit()
-    {
-        box->setReadOnly(true);
-        box->commit(QStringLiteral("x"));
-        QCOMPARE(box->content(), QString());
-    }
-
 private:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
@@ -809,13 +632,6 @@ private:
     {
         for (const QChar c : text)
             QTest::keyClick(window.get(), c.toLatin1());
-    }
-
-    /// In front of the character at `position`, in the middle of its line's height.
-    [[nodiscard]] QPointF spot(int position) const
-    {
-        const QRectF cursor = box->positionToRectangle(position);
-        return {cursor.left(), cursor.center().y()};
     }
 
     std::unique_ptr<ItemWindow> window;

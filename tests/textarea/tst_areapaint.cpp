@@ -12,9 +12,12 @@
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QSGSimpleTextureNode>
+#include <QSGTexture>
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <cmath>
 #include <memory>
 
 using namespace fixture;
@@ -28,6 +31,40 @@ struct ExpectedEmoji
 {
     int position;
     QString key;
+};
+
+/// What lies over the text of a box, as it was painted last.
+struct Overlay
+{
+    QRectF rect;
+    QSize pixels;
+    bool isOverText = false; ///< nothing but other overlays lies behind it in the list
+};
+
+/// A box that tells its overlays: the pictures among the children of its node.
+class ProbedBox : public Box
+{
+    Q_OBJECT
+
+public:
+    using Box::Box;
+    QVector<Overlay> overlays; ///< written by the render thread while this one waits for it
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override
+    {
+        QSGNode *node = Box::updatePaintNode(oldNode, data);
+        overlays.clear();
+        bool isOverText = true;
+        for (QSGNode *child = node ? node->lastChild() : nullptr; child; child = child->previousSibling()) {
+            // Those of the text are nodes of text, and rectangles of one colour.
+            auto *picture = dynamic_cast<QSGSimpleTextureNode *>(child);
+            isOverText = isOverText && picture;
+            if (picture)
+                overlays.prepend({picture->rect(), picture->texture()->textureSize(), isOverText});
+        }
+        return node;
+    }
 };
 
 } // namespace
@@ -47,7 +84,7 @@ private Q_SLOTS:
     void init()
     {
         guard = std::make_unique<MessageGuard>();
-        box = std::make_unique<Box>(window->contentItem());
+        box = std::make_unique<ProbedBox>(window->contentItem());
         box->setPosition(QPointF(20, 20));
         box->setVisualWidth(400);
         box->setVisualHeight(200);
@@ -97,6 +134,76 @@ private Q_SLOTS:
         }
         QCOMPARE(repainted.count(), 0);
         QCOMPARE(overlayDifference({{1, QStringLiteral("1f600")}}, Qt::yellow), QString());
+    }
+
+    // The base class adds the nodes of changed text behind all others, with the background of the selection.
+    void theOverlaysLieOverAllText()
+    {
+        box->setSpellcheckEnabled(true);
+        box->insertText(QStringLiteral("a") + grin + QStringLiteral("b\nsecond line\nthird"));
+        draw();
+        for (int i = 0; i < 12; ++i) {
+            box->key(i % 3 == 0 ? Qt::Key_Up : Qt::Key_Left, Qt::ShiftModifier);
+            draw();
+            QCOMPARE(box->overlays.size(), 2);
+            QVERIFY(box->overlays.at(0).isOverText);
+        }
+        box->setCursorPosition(0);
+        box->key(Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
+        draw();
+        QCOMPARE(box->overlays.size(), 2);
+        QVERIFY(box->overlays.at(0).isOverText);
+    }
+
+    void theEmojiPictureCoversWhatIsVisible()
+    {
+        const double ratio = qGuiApp->devicePixelRatio();
+        box->insertText(grin);
+        box->setVisualX(3);
+        box->setVisualY(5);
+        box->setVisualWidth(100.25);
+        box->setVisualHeight(60.5);
+        draw();
+        QCOMPARE(box->overlays.size(), 1);
+        QCOMPARE(box->overlays.first().rect, QRectF(3, 5, 100.25, 60.5));
+        QCOMPARE(box->overlays.first().pixels,
+                 QSize(int(std::ceil(100.25 * ratio)), int(std::ceil(60.5 * ratio))));
+    }
+
+    void anEmptyBoxHasAPictureOfOnePixel()
+    {
+        const int side = int(std::ceil(qGuiApp->devicePixelRatio()));
+        box->insertText(grin);
+        draw();
+        QCOMPARE(box->overlays.first().pixels.width(), 400 * side);
+        box->key(Qt::Key_Backspace);
+        draw();
+        QCOMPARE(box->overlays.size(), 1);
+        QCOMPARE(box->overlays.first().pixels, QSize(side, side));
+    }
+
+    void theSpellingPictureGoesWithTheSetting()
+    {
+        box->insertText(QStringLiteral("abc"));
+        draw();
+        QCOMPARE(box->overlays.size(), 1);
+        box->setSpellcheckEnabled(true);
+        draw();
+        QCOMPARE(box->overlays.size(), 2);
+        box->setSpellcheckEnabled(false);
+        draw();
+        QCOMPARE(box->overlays.size(), 1);
+    }
+
+    void anUnchangedBoxKeepsItsPicture()
+    {
+        box->insertText(grin);
+        draw();
+        QSignalSpy marked(box.get(), &DrawableTextArea::needUpdateEmojiChanged);
+        box->update();
+        draw();
+        QVERIFY(!box->needUpdateEmoji());
+        QCOMPARE(marked.count(), 0);
     }
 
     void removedEmojiVanish()
@@ -270,7 +377,7 @@ private:
     }
 
     std::unique_ptr<ItemWindow> window;
-    std::unique_ptr<Box> box;
+    std::unique_ptr<ProbedBox> box;
     std::unique_ptr<MessageGuard> guard;
 };
 

@@ -143,6 +143,7 @@ private Q_SLOTS:
         row("empty", QString(), QString(), 0);
         row("object character", QStringLiteral("\uFFFCa\uFFFC"), QStringLiteral("a"), 1);
         row("combining mark", QStringLiteral("\u0301a"), QStringLiteral("a"), 1);
+        row("combining mark behind a letter", QStringLiteral("ae\u0301 "), QStringLiteral("ae"), 0);
         row("right-to-left mark", QStringLiteral("\u200F\u05D0\u200F"), QStringLiteral("\u05D0"), 1);
         row("private logo", QStringLiteral(" \uF8FF "), QStringLiteral("\uF8FF"), 1);
         row("pair", QStringLiteral(" \U00020BB7 "), QStringLiteral("\U00020BB7"), 1);

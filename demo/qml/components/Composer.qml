@@ -177,6 +177,16 @@ Item {
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             ScrollBar.vertical: ThinScrollBar {}
+            // A text that arrives in one go moves the cursor before the box has grown.
+            onHeightChanged: Qt.callLater(flick.showCursor)
+            onContentHeightChanged: Qt.callLater(flick.showCursor)
+
+            function showCursor() {
+                const cursor = input.cursorRectangle
+                const lowest = cursor.y - input.topPadding
+                const highest = cursor.y + cursor.height + input.bottomPadding - height
+                contentY = Math.max(0, Math.min(contentHeight - height, Math.max(highest, Math.min(contentY, lowest))))
+            }
 
             TextArea.flickable: DrawableTextArea {
                 id: input

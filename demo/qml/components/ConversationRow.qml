@@ -21,7 +21,10 @@ AbstractButton {
     background: Rectangle {
         radius: Theme.radius
         color: row.current ? Theme.accentSoft : row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
+        border { width: row.visualFocus ? 2 : 0; color: Theme.accent }
     }
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     contentItem: Item {
         Avatar {
             id: avatar

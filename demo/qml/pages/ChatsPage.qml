@@ -21,6 +21,7 @@ Item {
         width: 300
         height: parent.height
         client: page.client
+        onChosen: conversation.composer.takeFocus()
     }
 
     ConversationPage {

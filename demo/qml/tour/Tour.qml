@@ -260,6 +260,8 @@ QtObject {
           picture: "code" },
         { name: "the search ends", act: () => robot.key(alice, Qt.Key_Escape),
           until: () => !alice.conversation.searchBar.visible },
+        ...byKeys("Alice", () => alice, () => bob),
+        ...byKeys("Bob", () => bob, () => alice),
         { name: "a conversation with faces", act: () => openRow(alice, "release"),
           until: () => alice.client.currentId === "release" && isLaidOut(alice, 0) && faceInView(alice) !== null },
         { name: "an avatar under the pointer shows a card",
@@ -377,6 +379,49 @@ QtObject {
 
         { name: "everything that the module offers has been in use", until: () => census.missing(offered).length === 0 }
     ]
+
+    // What it takes to find a conversation, mention someone, add an emoji and send, without a pointer.
+    function byKeys(name, from, to) {
+        const composer = () => from().conversation.composer
+        const words = "by keys alone"
+        return [
+            { name: name + ": the arrow keys lead to a conversation", at: from,
+              act: () => {
+                  composer().recentEmoji = []
+                  robot.key(from(), Qt.Key_O, Qt.ControlModifier)
+                  robot.type(from(), "release")
+                  robot.key(from(), Qt.Key_Down)
+              },
+              until: () => from().conversations.list.itemAtIndex(from().client.indexOf("release")).activeFocus,
+              picture: name === "Alice" ? "keyboard" : "" },
+            { name: name + ": Return opens it, to be written in", at: from,
+              act: () => robot.key(from(), Qt.Key_Return),
+              until: () => from().client.currentId === "release" && composer().input.activeFocus },
+            { name: name + ": an @ offers people", at: from,
+              act: () => robot.type(from(), "@"),
+              until: () => composer().completion.open && composer().completion.entries.length > 1 },
+            { name: name + ": the arrow keys choose one, and Ctrl+E opens the emoji", at: from,
+              act: () => {
+                  expected = "@" + composer().completion.entries[1].title + " " + words
+                  robot.key(from(), Qt.Key_Down)
+                  robot.key(from(), Qt.Key_Return)
+                  robot.type(from(), words)
+                  robot.key(from(), Qt.Key_E, Qt.ControlModifier)
+              },
+              until: () => composer().input.content === expected && composer().picker.opened },
+            { name: name + ": the arrow keys choose an emoji", at: from,
+              act: () => [Qt.Key_Right, Qt.Key_Return].forEach(key => robot.key(from(), key)),
+              until: () => composer().input.content === expected + "😃" && composer().input.activeFocus },
+            { name: name + ": Return sends", at: from,
+              act: () => robot.key(from(), Qt.Key_Return),
+              until: () => {
+                  const sent = from().client.messages.get(0)
+                  return composer().empty && sent.body === expected + "😃" && sent.delivery === "sent"
+                         && JSON.parse(sent.blocks).map(block => block.type).join() === "3"
+                         && rowOf(to(), "release").preview === name + ": " + expected + "😃"
+              } }
+        ]
+    }
 
     property double scrolledFrom: 0
     property Item face: null
