@@ -285,14 +285,21 @@ private Q_SLOTS:
     void aNameFunctionMayUseTheBox_data()
     {
         QTest::addColumn<QString>("call");
+        QTest::addColumn<bool>("restores");
         for (const char *call :
              {"box.paste()", "box.content = 'other'", "box.insertText('x')", "box.clear()",
-              "box.insertAite('@Zed', {userId: 9})", "box.undo()", "box.aiteData", "box.select(0, 2)"})
-            QTest::newRow(call) << QString::fromLatin1(call);
+              "box.insertAite('@Zed', {userId: 9})", "box.undo()", "box.aiteData", "box.select(0, 2)",
+              "box.selectAll(); box.copy()", "box.remove(0, 99)", "box.aiteNameFunction = undefined",
+              "box.userBlocks = []", "box.readOnly = true"}) {
+            QTest::addRow("%s in a paste", call) << QString::fromLatin1(call) << false;
+            QTest::addRow("%s while restored", call) << QString::fromLatin1(call) << true;
+        }
     }
     void aNameFunctionMayUseTheBox()
     {
         QFETCH(QString, call);
+        QFETCH(bool, restores);
+        const QString text = QStringLiteral("@Ann @Ben");
         box->setAiteEnabled(true);
         box->insertText(QStringLiteral("before "));
         QQmlEngine::setObjectOwnership(box.get(), QQmlEngine::CppOwnership);
@@ -300,16 +307,31 @@ private Q_SLOTS:
         box->setNames(engine, QStringLiteral("function(json, text) { if (!this.busy) { this.busy = true; %1; "
                                              "this.busy = false; } return text; }")
                                   .arg(call));
-        setClipboard(mimeWithMentions(QStringLiteral("@Ann @Ben"), {{0, 3}, {5, 8}}));
-        box->paste();
-        QVERIFY(box->content().contains(QStringLiteral("@Ann @Ben")));
+        setClipboard(mimeWithMentions(text, {{0, 3}, {5, 8}}));
+        if (restores) {
+            box->setUserBlocks(QVariant::fromValue(UserTextBlocks{aiteBlock(0, 4, 1), aiteBlock(5, 4, 2)}));
+            box->setContent(text);
+        } else {
+            box->paste();
+        }
+        // Without the function the second name is what calling nothing gives.
+        const bool isUnnamed = call.endsWith(QLatin1String("undefined"));
+        QVERIFY2(box->content().contains(isUnnamed ? QStringLiteral("@Ann undefined") : text),
+                 qPrintable(box->content()));
         QSignalSpy content(box.get(), &DrawableTextArea::contentChanged);
         box->insertText(QStringLiteral("y"));
         QCOMPARE(content.count(), 1);
     }
 
+    void aNameFunctionMayDeleteTheBox_data()
+    {
+        QTest::addColumn<bool>("restores");
+        QTest::newRow("in a paste") << false;
+        QTest::newRow("while restored") << true;
+    }
     void aNameFunctionMayDeleteTheBox()
     {
+        QFETCH(bool, restores);
         box->setAiteEnabled(true);
         auto *deleter = new Deleter(std::move(box));
         QQmlEngine::setObjectOwnership(deleter, QQmlEngine::CppOwnership);
@@ -318,7 +340,11 @@ private Q_SLOTS:
         area->setAiteNameFunction(
             engine.evaluate(QStringLiteral("(function(json, text) { deleter.deleteBox(); return text; })")));
         setClipboard(mimeWithMentions(QStringLiteral("@Ann @Ben"), {{0, 3}, {5, 8}}));
-        area->paste();
+        area->setUserBlocks(QVariant::fromValue(UserTextBlocks{aiteBlock(0, 4, 1), aiteBlock(5, 4, 2)}));
+        if (restores)
+            area->setContent(QStringLiteral("@Ann @Ben"));
+        else
+            area->paste();
         QVERIFY(!deleter->area());
         delete deleter;
     }
