@@ -16,6 +16,9 @@ ImageRender::ImageRender(QQuickItem *parent)
     : QQuickItem(parent)
 {
     setFlag(QQuickItem::ItemHasContents);
+    // Scripts get the areas as an array only if their type is known by name; moc sees to that for parameters,
+    // and not for results.
+    qRegisterMetaType<QList<QRectF>>();
     if (renderThreadPool.maxThreadCount() > maximumRenderThreads)
         renderThreadPool.setMaxThreadCount(maximumRenderThreads);
     connect(&sourceWatcher, &QFutureWatcher<QImage>::finished, this, &ImageRender::takeSource);

@@ -14,7 +14,10 @@
 #include "testpictures.h"
 
 #include <QElapsedTimer>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
 #include <QPointer>
+#include <QSGNode>
 #include <QtTest>
 
 #include <functional>
@@ -43,6 +46,75 @@ public:
         ++frames;
         CircleProgress::paint(painter);
     }
+};
+
+/// Counts what the scene graph of a window holds.
+class Census : public QQuickItem
+{
+    Q_OBJECT
+
+public:
+    struct Counts
+    {
+        int nodes = 0;
+        int textures = 0;
+    };
+
+    explicit Census(ItemWindow *window)
+        : QQuickItem(window->contentItem())
+        , view(window)
+    {
+        setFlag(QQuickItem::ItemHasContents);
+        // With the window's own OpenGL context, which belongs to the render thread.
+        connect(
+            window, &QQuickWindow::afterRendering, this, [this] { counts.textures = textureCount(); },
+            Qt::DirectConnection);
+    }
+
+    [[nodiscard]] Counts take()
+    {
+        // The first frame lets the nodes of dead items go, the second one counts.
+        for (int frame = 0; frame < 2; ++frame) {
+            update();
+            (void)view->picture();
+        }
+        return counts;
+    }
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) override
+    {
+        if (!oldNode)
+            return new QSGNode;
+        const QSGNode *root = oldNode;
+        while (root->parent())
+            root = root->parent();
+        counts.nodes = nodeCount(root);
+        return oldNode;
+    }
+
+private:
+    static int nodeCount(const QSGNode *node)
+    {
+        int count = 1;
+        for (const QSGNode *child = node->firstChild(); child; child = child->nextSibling())
+            count += nodeCount(child);
+        return count;
+    }
+
+    /// Textures get the lowest free names.
+    static int textureCount()
+    {
+        constexpr GLuint highestName = 20'000;
+        QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+        int count = 0;
+        for (GLuint name = 1; name <= highestName; ++name)
+            count += gl->glIsTexture(name) ? 1 : 0;
+        return count;
+    }
+
+    ItemWindow *view;
+    Counts counts; ///< written while the GUI thread waits for the frame
 };
 
 QQuickItem *makeRounded(const QString &source)
@@ -154,20 +226,40 @@ private Q_SLOTS:
     void thousandItemsDieWhileTheyLoad()
     {
         QFETCH(Maker, make);
-        QVector<QPointer<QQuickItem>> alive;
-        for (int i = 0; i < 1000; ++i) {
-            QQuickItem *item = make(sources.at(i % sources.size()));
-            item->setParentItem(window->contentItem());
-            item->setPosition(QPointF(i % 20 * 22, i / 20 % 14 * 22));
-            alive.append(item);
-            if (alive.size() > 40)
-                delete alive.takeFirst();
-            if (i % 50 == 0)
-                (void)window->picture();
-        }
-        (void)window->picture();
-        qDeleteAll(alive);
+        const auto makeAndDelete = [&](int count) {
+            QVector<QPointer<QQuickItem>> alive;
+            for (int i = 0; i < count; ++i) {
+                QQuickItem *item = make(sources.at(i % sources.size()));
+                item->setParentItem(window->contentItem());
+                item->setPosition(QPointF(i % 20 * 22, i / 20 % 14 * 22));
+                alive.append(item);
+                if (alive.size() > 40)
+                    delete alive.takeFirst();
+                if (i % 50 == 0)
+                    (void)window->picture();
+            }
+            (void)window->picture();
+            qDeleteAll(alive);
+        };
+        auto *census = new Census(window.data());
+        const Census::Counts empty = census->take();
+        QScopedPointer<QQuickItem> first(make(sources.first()));
+        first->setParentItem(window->contentItem());
+        QTRY_VERIFY_WITH_TIMEOUT(!pixels::inkRect(window->picture(), desk).isNull(), patience);
+        const Census::Counts shown = census->take();
+        QVERIFY(shown.nodes > empty.nodes);
+        QVERIFY(shown.textures > empty.textures);
+        first.reset();
+
+        // Qt's OpenGL painter keeps a few textures of what it painted last, whoever painted.
+        makeAndDelete(100);
+        const Census::Counts before = census->take();
+        QCOMPARE(before.nodes, empty.nodes);
+        makeAndDelete(1000);
         QVERIFY(pixels::inkRect(window->picture(), desk).isNull());
+        const Census::Counts after = census->take();
+        QCOMPARE(after.nodes, before.nodes);
+        QCOMPARE(after.textures, before.textures);
     }
 
     void itemsMoveBetweenWindows_data() { addMakers(); }
@@ -318,6 +410,48 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(render.statusSource(), ImageRender::Error, patience);
         QTRY_COMPARE_WITH_TIMEOUT(render.statusBackground(), ImageRender::Error, patience);
         QTRY_COMPARE_WITH_TIMEOUT(previewer.statusSource(), ImagePreviewer::Error, patience);
+    }
+
+    void stripsAndSinglePixelsAreShown_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("a pixel") << QSize(1, 1);
+        QTest::newRow("1 by 30,000") << QSize(1, 30'000);
+        QTest::newRow("30,000 by 1") << QSize(30'000, 1);
+    }
+
+    void stripsAndSinglePixelsAreShown()
+    {
+        QFETCH(QSize, size);
+        QImage strip(size, QImage::Format_RGB32);
+        strip.fill(Qt::red);
+        const QString path = folder->add(QStringLiteral("strip.png"), strip);
+        RoundedImage rounded;
+        ImageRender render;
+        ImagePreviewer previewer;
+        DrawableImage drawable;
+        rounded.setFillMode(RoundedImage::PreserveAspectCrop);
+        render.setSourceFillMode(ImageRender::PreserveAspectCrop);
+        render.setBlurRadius(3);
+        render.setBackgroundSource(path);
+        previewer.setViewGeometry(QRectF(0, 0, 30, 30));
+        drawable.setFillMode(DrawableImage::PreserveAspectCrop);
+        QQuickItem *items[] = {&rounded, &render, &previewer, &drawable};
+        double x = 0;
+        for (QQuickItem *item : items) {
+            auto *place = new QQuickItem(window->contentItem());
+            place->setX(x);
+            x += 40;
+            item->setParentItem(place);
+            item->setSize(QSizeF(30, 30));
+            item->setProperty("source", path);
+        }
+        for (const QQuickItem *item : items) {
+            const auto middle = [this, item] {
+                return window->picture(item->parentItem(), QRectF(15, 15, 1, 1)).pixelColor(0, 0);
+            };
+            QTRY_COMPARE_WITH_TIMEOUT(middle(), QColor(Qt::red), patience);
+        }
     }
 
     void waveMovesOnlyWhileItIsSeenAndUnderWay()

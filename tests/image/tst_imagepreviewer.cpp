@@ -47,23 +47,47 @@ public:
     QVector<NodeState> nodes;
     int frames = 0;
     bool showsChecker = false;
+    /// The node that the checker goes to, as it was after each frame; the newest one last.
+    QVector<NodeState> checkers;
 
 protected:
     QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override
     {
         QSGNode *root = ImagePreviewer::updatePaintNode(oldNode, data);
-        if (showsChecker)
-            fillBackground(root);
         ++frames;
+        if (root && showsChecker)
+            paintChecker(root);
         nodes.clear();
         if (!root)
             return root;
         rootRect = static_cast<QSGRectangleNode *>(root)->rect();
         for (QSGNode *child = root->firstChild(); child; child = child->nextSibling()) {
+            if (child == checkerRoot)
+                continue;
             const auto *node = static_cast<QSGImageNode *>(child);
             nodes.append({node->rect(), node->sourceRect(), node->texture()});
         }
         return root;
+    }
+
+private:
+    QSGNode *checkerRoot = nullptr; ///< owned by the scene graph
+
+    void paintChecker(QSGNode *root)
+    {
+        if (!checkerRoot) {
+            QSGImageNode *image = window()->createImageNode();
+            image->setTexture(window()->createTextureFromImage(filledWith(Qt::blue, QSize(4, 4))));
+            image->setRect(0, 0, 4, 4);
+            image->setOwnsTexture(true);
+            checkerRoot = new QSGNode;
+            checkerRoot->appendChildNode(image);
+            root->appendChildNode(checkerRoot);
+        }
+        fillBackground(checkerRoot);
+        auto *image = static_cast<QSGImageNode *>(checkerRoot->firstChild());
+        image->setSourceRect(QRectF(QPointF(0, 0), image->texture()->textureSize()));
+        checkers.append({image->rect(), image->sourceRect(), image->texture()});
     }
 };
 
@@ -384,18 +408,56 @@ private Q_SLOTS:
 
     void checkerFillsTheVisibleSlice()
     {
-        WatchedPreviewer *item = add(addBoundary(QSizeF(150, 100)));
+        QQuickItem *boundary = addBoundary(QSizeF(150, 100));
+        WatchedPreviewer *item = add(boundary);
         item->setViewGeometry(QRectF(0, 0, 64, 48));
         load(item, filledWith(Qt::red, QSize(20, 20)));
         item->showsChecker = true;
-        // The first frame gives the node its size, the second one finds it to differ.
         item->setViewGeometry(QRectF(0, 0, 60, 40));
+        const QImage shown = window->picture(boundary, QRectF(0, 0, 60, 40));
+        QCOMPARE(item->checkers.last().rect, QRectF(0, 0, 60, 40));
+        QCOMPARE(item->checkers.last().source, QRectF(0, 0, 60, 40));
+        const QImage tile(QStringLiteral(":/qml/image/transparent.png"));
+        QImage expected(60, 40, QImage::Format_RGB32);
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 60; ++x) {
+                const int grey = qGray(tile.pixel(x % tile.width(), y % tile.height()));
+                expected.setPixel(x, y, qRgb(grey, grey, grey));
+            }
+        }
+        QCOMPARE(pixels::pictureDifference(shown, expected, {1, 0}), QString());
+    }
+
+    void checkerIsPaintedAnewOnlyForANewSize()
+    {
+        WatchedPreviewer *item = add(addBoundary(QSizeF(150, 100)));
+        item->setViewGeometry(QRectF(0, 0, 60, 40));
+        load(item, filledWith(Qt::red, QSize(20, 20)));
+        item->showsChecker = true;
+        item->update();
         (void)window->picture();
-        QImage expected(60, 40, QImage::Format_Grayscale8);
-        QPainter(&expected).fillRect(expected.rect(),
-                                     QBrush(QImage(QStringLiteral(":/qml/image/transparent.png"))));
-        QCOMPARE(item->nodes.size(), 1);
-        QCOMPARE(item->nodes.first().rect, QRectF(0, 0, 60, 40));
+        const QSGTexture *texture = item->checkers.last().texture;
+        item->setViewGeometry(QRectF(10, 5, 60, 40)); // a pan
+        (void)window->picture();
+        QCOMPARE(item->checkers.last().texture, const_cast<QSGTexture *>(texture));
+        item->setViewGeometry(QRectF(10, 5, 70, 40));
+        (void)window->picture();
+        QCOMPARE(item->checkers.last().rect, QRectF(0, 0, 70, 40));
+        QCOMPARE(item->checkers.last().source, QRectF(0, 0, 70, 40));
+    }
+
+    void checkerHasNoSizeWithoutAPictureOrASlice()
+    {
+        WatchedPreviewer *item = add(addBoundary(QSizeF(150, 100)));
+        item->setViewGeometry(QRectF(0, 0, 60, 40));
+        item->showsChecker = true;
+        (void)window->picture();
+        QVERIFY(item->checkers.last().rect.isEmpty()); // nothing is loaded
+        load(item, filledWith(Qt::red, QSize(20, 20)));
+        QCOMPARE(item->checkers.last().rect, QRectF(0, 0, 60, 40));
+        item->setViewGeometry(QRectF(400, 0, 60, 40)); // outside the boundary
+        (void)window->picture();
+        QVERIFY(item->checkers.last().rect.isEmpty());
         item->fillBackground(nullptr); // nothing to fill
     }
 

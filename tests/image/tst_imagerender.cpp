@@ -168,30 +168,33 @@ private Q_SLOTS:
         QCOMPARE(pixels::pictureDifference(window->picture(render), expected, {4, 0.002}), QString());
     }
 
-    /// What a crop would cut off by a hundredth or less is squeezed in instead.
+    /// What a crop would cut off by a hundredth or less is squeezed in instead, on either axis.
     void cropUpToAHundredthIsNone_data()
     {
-        QTest::addColumn<int>("width");
+        QTest::addColumn<QSize>("size");
         QTest::addColumn<bool>("isCropped");
-        QTest::newRow("0.98 hundredths") << 204 << false;
-        QTest::newRow("1.5 hundredths") << 206 << true; // 3 of 206 pixels on each side
+        QTest::newRow("0.98 hundredths in width") << QSize(1020, 1000) << false;
+        QTest::newRow("1.03 hundredths in width") << QSize(1021, 1000) << true;
+        QTest::newRow("0.98 hundredths in height") << QSize(1000, 1020) << false;
+        QTest::newRow("1.03 hundredths in height") << QSize(1000, 1021) << true;
     }
 
     void cropUpToAHundredthIsNone()
     {
-        QFETCH(int, width);
+        QFETCH(QSize, size);
         QFETCH(bool, isCropped);
-        // Two red columns at the left edge, which a crop would cut off.
-        QImage image = filledWith(Qt::green, QSize(width, 200));
-        QPainter(&image).fillRect(0, 0, 2, 200, Qt::red);
+        // Eight red columns or rows at the edge, which a crop of ten would cut off. The item's first pixel
+        // shows the sixth.
+        const bool isWide = size.width() > size.height();
+        QImage image = filledWith(Qt::green, size);
+        QPainter(&image).fillRect(0, 0, isWide ? 8 : size.width(), isWide ? size.height() : 8, Qt::red);
         ImageRender *item = add(QSize(100, 100));
         item->setSourceFillMode(ImageRender::PreserveAspectCrop);
-        item->setSourceSize(QSize(500, 500));
+        item->setSourceSize(size);
         item->setSource(folder->add(QStringLiteral("a.png"), image));
         QTRY_COMPARE_WITH_TIMEOUT(item->statusSource(), ImageRender::Ready, patience);
-        const QColor edge = window->picture(item).pixelColor(0, 50);
-        QCOMPARE(edge.red() > 200, !isCropped);
-        QCOMPARE(edge.green() > 100, isCropped);
+        const QColor edge = window->picture(item).pixelColor(isWide ? 0 : 50, isWide ? 50 : 0);
+        QCOMPARE(edge, QColor(isCropped ? Qt::green : Qt::red));
     }
 
     void alphaOfTheBlendIsTheLargerOne()

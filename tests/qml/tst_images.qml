@@ -156,6 +156,22 @@ Item {
             compare(renderer.log, ["source ", "statusSource 0", "background ", "statusBackground 0"]);
         }
 
+        function test_displayAreasAreAnArrayForScripts() {
+            const renderer = createTemporaryObject(renderComponent, root, {width: 200, height: 100});
+            const square = createTemporaryObject(shapeComponent, root, {width: 50, height: 50});
+            let picture = null;
+            verify(square.grabToImage(result => picture = result.image));
+            tryVerify(() => picture !== null);
+
+            const fitted = renderer.calcImageDisplayArea(picture, ImageRender.PreserveAspectFit);
+            compare(fitted.length, 2);
+            compare(fitted[0], Qt.rect(0.25, 0, 0.5, 1));
+            compare(fitted[1], Qt.rect(0, 0, 1, 1));
+            const cropped = renderer.calcImageDisplayArea(picture, ImageRender.PreserveAspectCrop);
+            compare(cropped[0], Qt.rect(0, 0, 1, 1));
+            compare(cropped[1], Qt.rect(0, 0.25, 1, 0.5));
+        }
+
         function test_statusesAreReadOnly() {
             const renderer = createTemporaryObject(renderComponent, root);
             let refused = 0;
