@@ -55,15 +55,6 @@ void replaceNode(QSGSimpleTextureNode *&node, QSGNode *parent, QQuickWindow *win
     parent->appendChildNode(node);
 }
 
-/// The base class adds the nodes of changed text behind all others, with the background of a selection.
-void keepOnTop(QSGSimpleTextureNode *node, QSGNode *parent)
-{
-    if (!node || node == parent->lastChild())
-        return;
-    parent->removeChildNode(node);
-    parent->appendChildNode(node);
-}
-
 QPainterPath wave(const QRectF &word)
 {
     QPainterPath path(word.bottomLeft());
@@ -105,6 +96,7 @@ QSGNode *DrawableTextArea::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData
         d->needUpdateEmoji = true;
         d->needUpdateSpelling = true;
     }
+    // A clip with all of the text in its one child: what is appended lies over it.
     QSGNode *node = QQuickTextArea::updatePaintNode(oldNode, data);
     if (!node || !(width() > 0) || !(height() > 0))
         return node;
@@ -129,8 +121,6 @@ QSGNode *DrawableTextArea::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData
         delete d->spellingNode;
         d->spellingNode = nullptr;
     }
-    keepOnTop(d->emojiNode, node);
-    keepOnTop(d->spellingNode, node);
     return node;
 }
 

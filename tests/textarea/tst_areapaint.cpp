@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(overlayDifference({{1, QStringLiteral("1f600")}}, Qt::yellow), QString());
     }
 
-    // The base class adds the nodes of changed text behind all others, with the background of the selection.
+    // Also when the base class makes text anew, with the background of the selection.
     void theOverlaysLieOverAllText()
     {
         box->setSpellcheckEnabled(true);
