@@ -141,6 +141,31 @@ private Q_SLOTS:
         QCOMPARE(box->content(), QStringLiteral("zc"));
     }
 
+    void aKeyInsideAMentionOfAFullBoxLeavesItWhole()
+    {
+        box->setMaxCharacterCount(4);
+        box->insertText(QStringLiteral("@Ann"), mention(1));
+        box->setCursorPosition(2);
+        type(QStringLiteral("x"));
+        QCOMPARE(box->content(), QStringLiteral("@Ann"));
+        QCOMPARE(box->mentions(), QStringList{QStringLiteral("@Ann")});
+    }
+
+    // Every key with a text counts as tried, one that types nothing too: clients flash the counter at any of
+    // them.
+    void aFullBoxSignalsKeysThatTypeNothingToo()
+    {
+        box->setMaxCharacterCount(3);
+        box->insertText(QStringLiteral("abc"));
+        QSignalSpy reached(box.get(), &DrawableTextArea::maxCharacterCountReached);
+        box->key(Qt::Key_Escape, Qt::NoModifier, QStringLiteral("\x1b"));
+        QCOMPARE(reached.count(), 1);
+        box->key(Qt::Key_G, Qt::ControlModifier, QStringLiteral("g"));
+        box->key(Qt::Key_Home);
+        QCOMPARE(reached.count(), 1);
+        QCOMPARE(box->content(), QStringLiteral("abc"));
+    }
+
     void returnAddsNothingBehindAsManyLineEndsAsMayBe()
     {
         box->setAiteEnabled(false);
@@ -527,13 +552,23 @@ private Q_SLOTS:
         QCOMPARE(box->cursorPosition(), 2);
     }
 
-    void shiftWithUpStaysOnTheFirstLine()
+    void shiftWithUpOnTheFirstLineDoesWhatItDoesInAnyTextArea()
     {
+        QQuickTextArea plain(window->contentItem());
+        plain.setText(QStringLiteral("abcd"));
+        plain.setCursorPosition(2);
+        plain.forceActiveFocus();
+        press(Qt::Key_Up, Qt::ShiftModifier);
+
         box->setUpDownKeyEnabled(true);
         box->insertText(QStringLiteral("abcd"));
         box->setCursorPosition(2);
+        box->forceActiveFocus();
+        QSignalSpy aite(box.get(), &DrawableTextArea::aiteDetected);
         press(Qt::Key_Up, Qt::ShiftModifier);
-        QVERIFY(box->selectionStart() == box->selectionEnd() || box->selectionStart() == 0);
+        QCOMPARE(box->cursorPosition(), plain.cursorPosition());
+        QCOMPARE(box->selectedText(), plain.selectedText());
+        QCOMPARE(aite.count(), 0);
     }
 
     // ---- undo
