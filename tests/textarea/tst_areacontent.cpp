@@ -554,6 +554,31 @@ private Q_SLOTS:
         QCOMPARE(box.blocks(), UserTextBlocks{aiteBlock(0, 4, 1)});
     }
 
+    // Clients save drafts on this signal, and a draft is its mentions, too.
+    void aChangeOfMentionsAloneIsToldAsContent()
+    {
+        Box box;
+        box.insertText(QStringLiteral("@Ann"), mention(1));
+        box.setCursorPosition(2);
+        box.insertText(QStringLiteral("x"));
+        box.undo();
+        QCOMPARE(box.content(), QStringLiteral("@Ann"));
+        QCOMPARE(box.mentions(), QStringList());
+        QSignalSpy content(&box, &DrawableTextArea::contentChanged);
+        box.undo();
+        QCOMPARE(box.mentions(), QStringList{QStringLiteral("@Ann")});
+        QCOMPARE(content.count(), 1);
+        QCOMPARE(content.first().first().toString(), QStringLiteral("@Ann"));
+
+        // A list that is set lasts until the document is read again.
+        box.setAiteData(QVariant::fromValue(UserTextBlocks{aiteBlock(0, 2, 9)}));
+        content.clear();
+        QCOMPARE(box.blocks(), UserTextBlocks());
+        QCOMPARE(content.count(), 1);
+        QCOMPARE(box.blocks(), UserTextBlocks());
+        QCOMPARE(content.count(), 1);
+    }
+
     void aNewFontKeepsEmojiAndUndo()
     {
         Box box;
