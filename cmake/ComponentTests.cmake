@@ -12,6 +12,16 @@ set(COMPONENT_TEST_ENVIRONMENT
     "UBSAN_OPTIONS=print_stacktrace=1"
     "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp:halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1")
 
+# What the tests link of the module: its objects. For Windows an archive of them, from which a program takes only what
+# it needs, because the cross-linker is slow and the programs are many.
+set(COMPONENT_TEST_OBJECTS component_objects)
+if(WIN32)
+    add_library(component_archive STATIC EXCLUDE_FROM_ALL)
+    set_target_properties(component_archive PROPERTIES LINKER_LANGUAGE CXX)
+    target_link_libraries(component_archive PUBLIC component_objects)
+    set(COMPONENT_TEST_OBJECTS component_archive)
+endif()
+
 # component_add_test(tst_name
 #     SOURCES file...            the test's own sources; the first one holds QTEST_MAIN or its like
 #     [LIBRARIES target...]      beside the module's objects, Qt Test and the support library
@@ -32,7 +42,7 @@ function(component_add_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE component_flags Qt5::Test ${arg_LIBRARIES})
     if(NOT arg_NO_OBJECTS)
-        target_link_libraries(${name} PRIVATE component_objects component_test_support)
+        target_link_libraries(${name} PRIVATE ${COMPONENT_TEST_OBJECTS} component_test_support)
     endif()
     if(NOT arg_NO_MODULE)
         add_dependencies(${name} component)

@@ -5,6 +5,7 @@
 #include "picturedesk.h"
 #include "robot.h"
 #include "samplepictures.h"
+#include "tourdesktop.h"
 #include "typecensus.h"
 #include "warningcounter.h"
 
@@ -104,6 +105,7 @@ int main(int argc, char **argv)
     // Before the engine, so that nothing is made without it.
     const auto census = options.tour ? std::make_unique<TypeCensus>() : nullptr;
     Robot robot(options.pictureFolder);
+    const auto desktop = options.tour ? std::make_unique<TourDesktop>() : nullptr;
     QQmlApplicationEngine engine;
     engine.addImportPath(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../qml")));
     engine.setOfflineStoragePath(store);
@@ -114,6 +116,7 @@ int main(int argc, char **argv)
          {QStringLiteral("pictureDesk"), QVariant::fromValue<QObject *>(&pictureDesk)},
          {QStringLiteral("samples"), QVariant::fromValue<QObject *>(&samples)},
          {QStringLiteral("census"), QVariant::fromValue<QObject *>(census.get())},
+         {QStringLiteral("desktop"), QVariant::fromValue<QObject *>(desktop.get())},
          {QStringLiteral("robot"), QVariant::fromValue<QObject *>(&robot)}});
     engine.load(QUrl(QStringLiteral("qrc:/chat/Main.qml")));
     if (engine.rootObjects().isEmpty())

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QWheelEvent>
 
@@ -184,6 +185,16 @@ bool Robot::takePicture(QQuickWindow *window, const QString &name) const
     // Without a compositor the shadow around the window is black.
     const int margin = window->property("margin").toInt();
     picture = picture.copy(picture.rect().adjusted(margin, margin, -margin, -margin));
+    return save(picture, name);
+}
+
+bool Robot::takeScreen(const QString &name) const
+{
+    return folder.isEmpty() || save(QGuiApplication::primaryScreen()->grabWindow(0).toImage(), name);
+}
+
+bool Robot::save(const QImage &picture, const QString &name) const
+{
     return !picture.isNull() && QDir().mkpath(folder) &&
            picture.save(QDir(folder).filePath(name + QStringLiteral(".png")));
 }

@@ -36,10 +36,13 @@ public:
     /// Saves what `window` shows, with the cards that lie over it, as `name`.png. False when it could not be
     /// grabbed or written.
     [[nodiscard]] Q_INVOKABLE bool takePicture(QQuickWindow *window, const QString &name) const;
+    /// The same of the whole desktop.
+    [[nodiscard]] Q_INVOKABLE bool takeScreen(const QString &name) const;
 
 private:
     void mouse(QEvent::Type type, QQuickWindow *window, QPointF position, Qt::MouseButton button,
                Qt::MouseButtons buttons);
+    [[nodiscard]] bool save(const QImage &picture, const QString &name) const;
 
     QString folder;
     QTemporaryDir files;

@@ -10,6 +10,7 @@ QtObject {
     property bool fresh: false
     property bool touring: false
     property QtObject robot: null
+    property QtObject desktop: null
     property QtObject census: null
     property QtObject pictureDesk: null
     property QtObject samples: null
@@ -44,6 +45,7 @@ QtObject {
             alice: main.alice
             bob: main.bob
             robot: main.robot
+            desktop: main.desktop
             census: main.census
         }
     }

@@ -30,7 +30,8 @@ bool ClientFrame::handle(QEvent *event)
 
 void ClientFrame::test(const QMouseEvent *event)
 {
-    window->hitTest(nativeframe::toNative(event->globalPos(), window));
+    // With its fraction: on a scaled screen that is the native pixel.
+    window->hitTest(nativeframe::toNative(event->screenPos(), window));
 }
 
 bool ClientFrame::press(const QMouseEvent *event)

@@ -12,6 +12,8 @@
 #include <QCursor>
 #include <QMouseEvent>
 #include <QRubberBand>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QTimer>
 
 using namespace framehittest;
@@ -27,6 +29,16 @@ bool isResizeShape(Qt::CursorShape shape)
 {
     return shape == Qt::SizeHorCursor || shape == Qt::SizeVerCursor || shape == Qt::SizeBDiagCursor ||
            shape == Qt::SizeFDiagCursor;
+}
+
+/// Other desktops' styles fill a band that is a window of its own, which hides what is being resized.
+void drawAsOutline(QRubberBand *band)
+{
+    QStyle *style = QStyleFactory::create(QStringLiteral("Windows"));
+    if (!style)
+        return;
+    style->setParent(band);
+    band->setStyle(style);
 }
 
 } // namespace
@@ -216,6 +228,8 @@ void FramelessWindow::showBand(QPoint globalPosition)
             return;
         }
         band.reset(new QRubberBand(QRubberBand::Rectangle));
+        if (clientFrame)
+            drawAsOutline(band.data());
         band->setMinimumSize(minimumSize());
         band->setMaximumSize(maximumSize());
     }
@@ -278,19 +292,19 @@ void FramelessWindow::deleteLater()
 
 void FramelessWindow::ItemList::set(const QVariantList &list)
 {
-    values = list;
-    items.clear();
-    for (const QVariant &value : list)
-        items.append(value.value<QQuickItem *>());
+    entries.clear();
+    for (const QVariant &value : list) {
+        auto *item = value.value<QQuickItem *>();
+        entries.append({value, item, item != nullptr});
+    }
 }
 
 QVariantList FramelessWindow::ItemList::livingValues() const
 {
-    QVariantList living = values;
-    for (int i = 0; i < living.size(); ++i) {
-        const bool heldAnItem = living.at(i).canConvert<QQuickItem *>();
-        if (heldAnItem && !items.at(i))
-            living[i] = QVariant::fromValue<QQuickItem *>(nullptr);
+    QVariantList living;
+    for (const Entry &entry : entries) {
+        const bool isGone = entry.heldItem && !entry.item;
+        living.append(isGone ? QVariant::fromValue<QQuickItem *>(nullptr) : entry.value);
     }
     return living;
 }
@@ -298,9 +312,9 @@ QVariantList FramelessWindow::ItemList::livingValues() const
 QVector<QRect> FramelessWindow::ItemList::visibleSceneRects() const
 {
     QVector<QRect> rects;
-    for (const QPointer<QQuickItem> &item : items) {
-        if (item && item->isVisible())
-            rects.append(sceneRect(*item));
+    for (const Entry &entry : entries) {
+        if (entry.item && entry.item->isVisible())
+            rects.append(sceneRect(*entry.item));
     }
     return rects;
 }

@@ -191,15 +191,23 @@ protected:
     bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
 
 private:
-    /// Items as a script gave them. The variants hold bare pointers, so each has a guard of its own.
-    struct ItemList
+    /// Items as a script gave them. The variants hold bare pointers, so each item has a guard of its own.
+    class ItemList
     {
-        QVariantList values;
-        QVector<QPointer<QQuickItem>> items;
-
+    public:
         void set(const QVariantList &list);
+        /// The list, with null for items that are gone.
         [[nodiscard]] QVariantList livingValues() const;
         [[nodiscard]] QVector<QRect> visibleSceneRects() const;
+
+    private:
+        struct Entry
+        {
+            QVariant value;
+            QPointer<QQuickItem> item;
+            bool heldItem = false;
+        };
+        QVector<Entry> entries;
     };
 
     void updateResizeCursor();

@@ -8,8 +8,12 @@
 /// A borderless, transparent window without focus that opens next to an item or to the pointer after a delay,
 /// closes after a time-out, and stays open while the pointer rests on it.
 ///
-/// It is placed inside the work area of the screen that a `FramelessWindow` has told; before that, nothing is
-/// placed.
+/// It is placed inside the work area of the application's current screen, the dynamic property
+/// "currentScreen" of the application object. A `FramelessWindow` writes that when it changes its screen, and
+/// only then: on a desktop with one screen nobody does. Without it, and after that screen was unplugged, the
+/// window opens where it stands. So an application sets it once at its start:
+///
+///     qApp->setProperty("currentScreen", QVariant::fromValue(QGuiApplication::primaryScreen()));
 class PopupWindow : public QQuickWindow
 {
     Q_OBJECT

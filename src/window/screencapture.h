@@ -9,8 +9,9 @@
 /// rectangles of the windows on the desktop at the moment of the capture, so that the tool can snap its
 /// selection to one.
 ///
-/// Made for one capture: Escape closes it, and it deletes itself when it is hidden. A `FramelessWindow`
-/// should have told the current screen before.
+/// Made for one capture: Escape closes it, and it deletes itself when it is hidden. It covers the
+/// application's current screen, which the application sets at its start, see `PopupWindow`; without one it
+/// covers the first screen.
 class ScreenCapture : public QQuickWindow
 {
     Q_OBJECT

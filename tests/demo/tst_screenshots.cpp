@@ -40,10 +40,10 @@ int countColors(const QImage &picture, int enough)
 QStringList Screenshots::pages()
 {
     return QStringLiteral(
-               "answer arabic attachments capture chinese code contacts conversation counter direct "
-               "emoji emoji-messages gallery gallery-end hover keyboard link long map map-zoomed mentions "
-               "menu name-card person picker previews question search selection sent settings tags "
-               "wallpaper")
+               "answer arabic attachments capture card-bottom card-bottomLeft card-left card-top chinese "
+               "code contacts conversation counter direct emoji emoji-messages gallery gallery-end hover "
+               "keyboard link long map map-zoomed maximised mentions menu name-card person picker previews "
+               "question resize search selection sent settings tags tray wallpaper")
         .split(QLatin1Char(' '));
 }
 
@@ -75,7 +75,9 @@ void Screenshots::everyPageShowsSomething()
     QVERIFY(picture.height() >= 500);
     // Without the texts that the module paints, names, avatars and cards leave up to 2,700 colours here.
     // Forms hold few of such texts.
-    const bool isForm = page == QLatin1String("settings") || page == QLatin1String("question");
+    const QStringList forms = {QStringLiteral("settings"), QStringLiteral("question"),
+                               QStringLiteral("resize"), QStringLiteral("maximised")};
+    const bool isForm = forms.contains(page);
     const int enough = isForm ? 300 : 4000;
     const int colors = countColors(picture.copy(424, 70, 672, 580), enough);
     QVERIFY2(colors >= enough, qPrintable(QString::number(colors)));

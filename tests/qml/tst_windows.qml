@@ -140,8 +140,9 @@ TestCase {
 
     function test_aCaptureDeletesItself() {
         const capture = Qt.createQmlObject("import com.ostrel.im.component 1.0; ScreenCapture {}", test)
-        compare(capture.desktopWindowList, [])
-        capture.windowRegion(5, 5)
+        if (Qt.platform.os !== "windows")
+            compare(capture.desktopWindowList, [])
+        capture.windowRegion(-5, -5)
         compare(capture.region, Qt.rect(0, 0, 0, 0))
         verify(Number(capture.screenId) > 0)
         capture.show()

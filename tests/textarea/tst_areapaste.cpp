@@ -440,16 +440,16 @@ private Q_SLOTS:
         box->setAiteEnabled(true);
         box->setNames(engine, QStringLiteral("function(json, text) { return text; }"));
         const QString text = QStringLiteral("ab ") + family + QStringLiteral(" cd");
-        const int far = std::numeric_limits<int>::max();
-        const int near = std::numeric_limits<int>::min();
-        for (const QVector<QPair<int, int>> &ranges : {QVector<QPair<int, int>>{{0, far}},
-                                                       {{near, far}, {near, far}},
+        const int greatest = std::numeric_limits<int>::max();
+        const int least = std::numeric_limits<int>::min();
+        for (const QVector<QPair<int, int>> &ranges : {QVector<QPair<int, int>>{{0, greatest}},
+                                                       {{least, greatest}, {least, greatest}},
                                                        {{3, 1}},
                                                        {{2, 4}, {0, 5}},
-                                                       {{far, far}},
-                                                       {{near, near}},
+                                                       {{greatest, greatest}},
+                                                       {{least, least}},
                                                        {{0, 6}, {0, 6}, {0, 6}},
-                                                       {{far, near}},
+                                                       {{greatest, least}},
                                                        {{-3, 1}}}) {
             box->setContent(QString());
             setClipboard(mimeWithMentions(text, ranges));

@@ -133,6 +133,8 @@ private Q_SLOTS:
         window = std::make_unique<TestWindow>();
         window->setGeometry(100, 50, 400, 300);
         window->create();
+        // Once more, for systems that made it larger by a frame, which it does not have.
+        window->setGeometry(100, 50, 400, 300);
         QCoreApplication::processEvents(); // what was asked for with a zero timeout
         if (window->geometry() != QRect(100, 50, 400, 300) || window->devicePixelRatio() != 1.0)
             QSKIP("this platform places or scales windows by itself");
@@ -369,6 +371,17 @@ private Q_SLOTS:
         QCOMPARE(extra.count(), 2);
         QCOMPARE(excluded.count(), 2);
         QCOMPARE(extra.at(1).at(0).toList().size(), 2);
+        // Entries that are no items are compared as they were given.
+        const QVariantList odd = {QVariant(),
+                                  QVariant::fromValue(nullptr),
+                                  variantOf(nullptr),
+                                  QVariant::fromValue<QObject *>(nullptr),
+                                  QStringLiteral("text"),
+                                  7};
+        for (int i = 0; i < 3; ++i)
+            window->setExtraTitleArea(odd);
+        QCOMPARE(extra.count(), 3);
+        QCOMPARE(window->extraTitleArea(), odd);
     }
 
     void withoutNonClientAreaEverythingIsClientArea()
@@ -415,6 +428,21 @@ private Q_SLOTS:
         QVERIFY(!visibleBand());
         QCOMPARE(window->cursor().shape(), Qt::ArrowCursor);
         QTRY_COMPARE(window->geometry(), QRect(100, 50, 450, 300));
+    }
+
+    void bandIsAnOutline()
+    {
+        if (QGuiApplication::platformName() == QLatin1String("windows"))
+            QSKIP("the system's own style has a band that can be seen through");
+        hit({380, 150});
+        window->press({480, 200});
+        QVERIFY(visibleBand());
+        const QRect band = visibleBand()->rect();
+        const QRegion mask = visibleBand()->mask();
+        QVERIFY(!mask.isEmpty());
+        QVERIFY(!mask.contains(band.center())); // the window can be seen through it
+        QVERIFY(mask.contains(band.topLeft()) && mask.contains(band.bottomRight()));
+        window->release({480, 200});
     }
 
     void leftEdgeStopsAtTheBandsMinimum()

@@ -4,14 +4,22 @@
 #include "window/qxtglobalshortcut.h"
 #include "window/screencapture.h"
 
+#include <QAbstractEventDispatcher>
+#include <QAbstractNativeEventFilter>
 #include <QPointer>
 #include <QQuickItem>
+#include <QRubberBand>
 #include <QScreen>
 #include <QtTest>
 
+#include <private/qquickevents_p_p.h>
+
 #include <windows.h>
 
+#include <algorithm>
+#include <atomic>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -25,6 +33,14 @@ HWND handleOf(const QWindow &window)
 LPARAM packed(QPoint point)
 {
     return MAKELPARAM(WORD(short(point.x())), WORD(short(point.y())));
+}
+
+bool isBandVisible()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    return std::any_of(widgets.cbegin(), widgets.cend(), [](const QWidget *widget) {
+        return qobject_cast<const QRubberBand *>(widget) && widget->isVisible();
+    });
 }
 
 } // namespace
@@ -102,6 +118,74 @@ private Q_SLOTS:
             QCOMPARE(int(same.right), 310);
             QCOMPARE(int(same.bottom), 220);
         }
+    }
+
+    void systemTakesNoFrameFromTheWindow()
+    {
+        // As after a change of the style: the system asks anew how much of the window is client area.
+        SetWindowPos(handleOf(*window), nullptr, 0, 0, 0, 0,
+                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        RECT whole = {};
+        GetWindowRect(handleOf(*window), &whole);
+        RECT client = {};
+        GetClientRect(handleOf(*window), &client);
+        QVERIFY(whole.right > whole.left);
+        QCOMPARE(int(client.right), int(whole.right - whole.left));
+        QCOMPARE(int(client.bottom), int(whole.bottom - whole.top));
+    }
+
+    void edgeResizesByTheBandAtTheRelease_data()
+    {
+        QTest::addColumn<QPoint>("way");
+        QTest::addColumn<QRect>("change"); // of left, top, right, bottom, as a QRect's four numbers
+        QTest::newRow("left") << QPoint(-30, 10) << QRect(-30, 0, 0, 0);
+        QTest::newRow("right") << QPoint(40, 10) << QRect(0, 0, 40, 0);
+        QTest::newRow("top") << QPoint(10, -20) << QRect(0, -20, 0, 0);
+        QTest::newRow("bottom") << QPoint(10, 50) << QRect(0, 0, 0, 50);
+    }
+    void edgeResizesByTheBandAtTheRelease()
+    {
+        QFETCH(QPoint, way);
+        QFETCH(QRect, change);
+        window->setGeometry(200, 150, 500, 400); // now that there is no frame to add
+        QTRY_COMPARE_WITH_TIMEOUT(window->geometry(), QRect(200, 150, 500, 400), patience);
+        const QRect before = window->geometry();
+        const QPoint grip(change.x()       ? 20
+                          : change.width() ? 480
+                                           : 250,
+                          change.y()        ? 20
+                          : change.height() ? 380
+                                            : 200);
+        const QPoint from = before.topLeft() + grip;
+        // The system itself asks what lies there, and sends the messages of its mouse.
+        SetCursorPos(from.x() + 40, from.y() + 40);
+        QTest::qWait(50);
+        SetCursorPos(from.x(), from.y());
+        QTRY_VERIFY_WITH_TIMEOUT(window->hitKind() >= HTLEFT && window->hitKind() <= HTBOTTOM, patience);
+        mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+        QTRY_VERIFY_WITH_TIMEOUT(isBandVisible(), patience);
+        for (int step = 1; step <= 5; ++step) {
+            const QPoint to = from + way * step / 5;
+            SetCursorPos(to.x(), to.y());
+            QTest::qWait(30);
+        }
+        QCOMPARE(window->geometry(), before);
+        mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+        QTRY_VERIFY_WITH_TIMEOUT(!isBandVisible(), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(window->geometry(),
+                                  before.adjusted(change.x(), change.y(), change.width(), change.height()),
+                                  patience);
+    }
+
+    void closeOfTheSystemMinimisesOnRequest()
+    {
+        window->setMinimizedOnHide(true);
+        int closing = 0;
+        connect(window.get(), &QQuickWindow::closing, this, [&closing] { ++closing; });
+        SendMessageW(handleOf(*window), WM_CLOSE, 0, 0);
+        QTRY_VERIFY_WITH_TIMEOUT(IsIconic(handleOf(*window)), patience);
+        QCOMPARE(window->windowState(), Qt::WindowMinimized);
+        QCOMPARE(closing, 0);
     }
 
     void hitsAreAnswered()
@@ -206,6 +290,61 @@ private Q_SLOTS:
         DestroyWindow(parent);
         QCOMPARE(capture->desktopWindowList(), list); // taken once
         delete capture;
+    }
+
+    void windowsThatVanishDuringTheEnumerationDoNoHarm()
+    {
+        qApp->setProperty("currentScreen", QVariant::fromValue(QGuiApplication::primaryScreen()));
+        HWND steady = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"steady", WS_POPUP | WS_VISIBLE, 310, 260,
+                                      210, 160, nullptr, nullptr, nullptr, nullptr);
+        QVERIFY(steady);
+        std::atomic_bool done = false;
+        std::atomic_int made = 0;
+        std::thread others([&] {
+            while (!done) {
+                HWND parent = CreateWindowExW(0, L"STATIC", L"brief", WS_POPUP | WS_VISIBLE, 10, 10, 50, 50,
+                                              nullptr, nullptr, nullptr, nullptr);
+                CreateWindowExW(0, L"STATIC", L"child", WS_CHILD | WS_VISIBLE, 5, 5, 20, 20, parent, nullptr,
+                                nullptr, nullptr);
+                DestroyWindow(parent);
+                ++made;
+            }
+        });
+        int found = 0;
+        int captures = 0;
+        for (; captures < 15 || made < 20; ++captures) {
+            ScreenCapture capture;
+            // What lies behind a window that vanished may be missing, what lies before it is not.
+            found += capture.desktopWindowList().contains(QRect(310, 260, 210, 160));
+        }
+        done = true;
+        others.join();
+        DestroyWindow(steady);
+        QCOMPARE(found, captures);
+    }
+
+    void messageOfAHotKeyGoesOnToOtherFilters()
+    {
+        struct Filter : QAbstractNativeEventFilter
+        {
+            int seen = 0;
+            bool nativeEventFilter(const QByteArray &, void *message, long *) override
+            {
+                seen += static_cast<const MSG *>(message)->message == WM_HOTKEY;
+                return false;
+            }
+        };
+        Filter behind; // filters that come later are asked first
+        qApp->eventDispatcher()->installNativeEventFilter(&behind);
+        {
+            QxtGlobalShortcut hotKey;
+            QVERIFY(hotKey.setShortcut(QStringLiteral("Ctrl+Alt+K")));
+            QSignalSpy spy(&hotKey, &QxtGlobalShortcut::activated);
+            PostThreadMessageW(GetCurrentThreadId(), WM_HOTKEY, 0, MAKELPARAM(MOD_CONTROL | MOD_ALT, 'K'));
+            QTRY_COMPARE_WITH_TIMEOUT(spy.count(), 1, patience);
+        }
+        QCOMPARE(behind.seen, 1);
+        qApp->eventDispatcher()->removeNativeEventFilter(&behind);
     }
 
     void hotKeyIsTheSystems()

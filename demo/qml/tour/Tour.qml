@@ -11,6 +11,7 @@ import "../theme"
 //   act      done once, as soon as that window is the active one
 //   until    asked again and again until it is true; a step that waits too long ends the tour
 //   picture  the name of the picture to take then, if any
+//   whole    the picture is one of the whole desktop
 QtObject {
     id: tour
 
@@ -19,6 +20,7 @@ QtObject {
     property ChatWindow alice
     property ChatWindow bob
     property QtObject robot
+    property QtObject desktop
     property QtObject census
 
     // All that the module offers.
@@ -77,6 +79,13 @@ QtObject {
           act: () => { openRow(bob, "aurora"); write(bob, "Good night all 🌙") },
           until: () => rowOf(alice, "aurora").unread === 1 && rowOf(alice, "aurora").preview === "Bob: Good night all 🌙"
                        && alice.tray.messageCount === alice.client.unreadTotal && alice.tray.messageCount > 0 },
+        { name: "the tray's icon flashes", until: () => desktop.trayBlinks > 2 },
+        { name: "and then shows the count", until: () => !alice.tray.flashing && desktop.redInTray() > 60,
+          picture: "tray", whole: true },
+        { name: "a minimised window", at: () => bob, act: () => alice.showMinimized(),
+          until: () => alice.windowState === Qt.WindowMinimized },
+        { name: "comes back by a click on the tray", at: () => bob, act: () => desktop.click(desktop.trayPoint()),
+          until: () => alice.active && alice.windowState === Qt.WindowNoState },
 
         { name: "Alice opens the group again", act: () => openRow(alice, "aurora"),
           until: () => alice.client.currentId === "aurora" && isLaidOut(alice, 0) },
@@ -266,17 +275,23 @@ QtObject {
           until: () => alice.client.currentId === "release" && isLaidOut(alice, 0) && faceInView(alice) !== null },
         { name: "an avatar under the pointer shows a card",
           act: () => { face = faceInView(alice); robot.hover(face, 12, 12) },
-          until: () => alice.nameCard.visible && alice.nameCard.person > 0, picture: "name-card" },
+          until: () => alice.nameCard.visible && alice.nameCard.person > 0 && isCardAt("right"), picture: "name-card" },
         { name: "the card goes when the pointer does", act: () => robot.hover(alice.conversation.composer.input, 40, 15),
           until: () => !alice.nameCard.visible },
+        ...showCardAt("left"), ...showCardAt("top"), ...showCardAt("bottom"), ...showCardAt("bottomLeft"),
         { name: "the scissors show the whole screen", act: () => robot.click(alice.conversation.composer.shotButton, 18, 18),
           until: () => alice.capture !== null && alice.capture.visible },
         { name: "a drag draws the piece", at: () => alice.capture,
-          act: () => robot.drag(alice.capture.surface, 140, 120, 620, 420),
-          until: () => alice.capture.region.width > 400, picture: "capture" },
+          act: () => desktop.drag(Qt.point(140, 120), Qt.point(620, 420)),
+          until: () => alice.capture.region === Qt.rect(140, 120, 480, 300) && !desktop.busy, picture: "capture" },
         { name: "Return takes the piece", act: () => robot.key(alice.capture, Qt.Key_Return), at: () => alice.capture,
           until: () => alice.conversation.composer.attachments.count === 1
                        && alice.conversation.composer.attachments.get(0).isPicture },
+
+        { name: "the scissors again", act: () => robot.click(alice.conversation.composer.shotButton, 18, 18),
+          until: () => alice.capture !== null && alice.capture.active },
+        { name: "Escape gives the piece up", at: () => alice.capture, act: () => desktop.pressKeys("Escape"),
+          until: () => alice.capture === null && alice.conversation.composer.attachments.count === 1 },
 
         { name: "the contacts", act: () => { alice.conversation.composer.clear(); alice.page = "contacts" },
           until: () => alice.contactsPage.tree.width > 0 },
@@ -296,6 +311,10 @@ QtObject {
               robot.key(alice, Qt.Key_Return)
           },
           until: () => alice.hotKey.shortcutString() === "Ctrl+Alt+K" },
+        { name: "another window in front of a minimised one", at: () => bob, act: () => alice.showMinimized(),
+          until: () => alice.windowState === Qt.WindowMinimized && bob.active },
+        { name: "the hot key brings it back", at: () => bob, act: () => desktop.pressKeys("ctrl+alt+k"),
+          until: () => alice.active && alice.windowState === Qt.WindowNoState },
         { name: "the program starts with the system", act: () => robot.click(alice.settingsPage.autoStartSwitch, 20, 12),
           until: () => AutoStart.enable && robot.countStartEntries() === 1 },
         { name: "and no longer does", act: () => robot.click(alice.settingsPage.autoStartSwitch, 20, 12),
@@ -320,6 +339,35 @@ QtObject {
         { name: "yes forgets", act: () => robot.click(alice.question.yesButton, 40, 18),
           until: () => !alice.question.visible && alice.client.messages.count === 0 },
 
+        { name: "a drag of the edge draws a band",
+          act: () => {
+              place = Qt.rect(alice.x, alice.y, alice.width, alice.height)
+              const x = alice.x + alice.width - alice.margin
+              desktop.drag(Qt.point(x, alice.y + 300), Qt.point(x + 160, alice.y + 320), true)
+          },
+          until: () => !desktop.busy && isAliceMoved(0, 0, 0, 0), picture: "resize", whole: true },
+        { name: "letting go resizes", act: () => desktop.letGo(), until: () => isAliceMoved(0, 0, 160, 0) },
+        { name: "a corner resizes both ways",
+          act: () => {
+              const corner = Qt.point(alice.x + alice.width - alice.margin - 1, alice.y + alice.height - alice.margin - 1)
+              desktop.drag(corner, Qt.point(corner.x - 160, corner.y + 40))
+          },
+          until: () => isAliceMoved(0, 0, 0, 40) && !desktop.busy },
+        { name: "the title moves the window",
+          act: () => {
+              const title = desktop.pointOf(alice.titleBar, 300, 17)
+              desktop.drag(title, Qt.point(title.x + 60, title.y + 20))
+          },
+          until: () => alice.x > place.x + 30 && alice.y > place.y && !desktop.busy },
+        { name: "a double click on the title maximises",
+          act: () => desktop.click(desktop.pointOf(alice.titleBar, 300, 17), 2),
+          until: () => alice.windowState === Qt.WindowMaximized && alice.width > 1500 && !desktop.busy,
+          picture: "maximised", whole: true },
+        { name: "and another brings it back", act: () => desktop.click(desktop.pointOf(alice.titleBar, 300, 17), 2),
+          until: () => alice.windowState === Qt.WindowNoState && alice.width < 1200 && !desktop.busy },
+        { name: "the window where it was",
+          act: () => { alice.x = place.x; alice.y = place.y; alice.width = place.width; alice.height = place.height },
+          until: () => isAliceMoved(0, 0, 0, 0) },
         { name: "a button maximises the window", act: () => robot.click(alice.titleBar.buttons, 45, 15),
           until: () => alice.windowState === Qt.WindowMaximized && alice.width > 1500 },
         { name: "and brings it back", act: () => robot.click(alice.titleBar.buttons, 45, 15),
@@ -426,6 +474,7 @@ QtObject {
     property double scrolledFrom: 0
     property Item face: null
     property point offset
+    property rect place // of Alice's window
 
     readonly property Timer clock: Timer {
         interval: 25
@@ -450,7 +499,7 @@ QtObject {
             phase = Tour.Settling
             settledAt = now + (step.picture ? settling : pause)
         } else if (phase === Tour.Settling && now >= settledAt) {
-            if (step.picture && !robot.takePicture(window, step.picture))
+            if (step.picture && !(step.whole ? robot.takeScreen(step.picture) : robot.takePicture(window, step.picture)))
                 fail("taking the picture " + step.picture)
             else if (position + 1 < steps.length)
                 begin(position + 1)
@@ -543,6 +592,37 @@ QtObject {
                 return item.face
         }
         return null
+    }
+
+    // The steps that show a card on one side of an avatar and let it go again.
+    function showCardAt(edge) {
+        return [
+            { name: "a card at the " + edge,
+              act: () => { alice.nameCard.edge = edge; face = faceInView(alice); robot.hover(face, 12, 12) },
+              until: () => alice.nameCard.visible && isCardAt(edge), picture: "card-" + edge },
+            { name: "the card at the " + edge + " goes",
+              act: () => { alice.nameCard.edge = "right"; robot.hover(alice.conversation.composer.input, 40, 15) },
+              until: () => !alice.nameCard.visible }
+        ]
+    }
+
+    // Whether the name card touches the avatar on that side; there is room around it.
+    function isCardAt(edge) {
+        const at = desktop.pointOf(face, 0, 0)
+        const card = alice.nameCard
+        switch (edge) {
+        case "left": return card.x + card.width === at.x && card.y === at.y
+        case "right": return card.x === at.x + face.width && card.y === at.y
+        case "top": return card.x === at.x && card.y + card.height === at.y
+        case "bottom": return card.x === at.x && card.y === at.y + face.height
+        default: return card.x + card.width === at.x + face.width && card.y === at.y + face.height + 16
+        }
+    }
+
+    // Whether Alice's window differs from `place` by just that.
+    function isAliceMoved(x, y, width, height) {
+        return alice.x === place.x + x && alice.y === place.y + y && alice.width === place.width + width
+               && alice.height === place.height + height
     }
 
     function paletteAt(index) {

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QPoint>
+#include <QPointF>
 
 class QWindow;
 
@@ -21,8 +22,8 @@ void apply(QWindow *window, bool resizable);
 /// The window's outer rectangle.
 [[nodiscard]] NativeRect rectOf(QWindow *window);
 
-/// A position on the desktop in native pixels.
-[[nodiscard]] QPoint toNative(QPoint globalPosition, QWindow *window);
+/// The native pixel of a position on the desktop.
+[[nodiscard]] QPoint toNative(QPointF globalPosition, QWindow *window);
 
 /// What a native message is about.
 struct Message

@@ -66,9 +66,9 @@ NativeRect rectOf(QWindow *window)
     return {rect.x(), rect.y(), rect.x() + rect.width(), rect.y() + rect.height()};
 }
 
-QPoint toNative(QPoint globalPosition, QWindow *window)
+QPoint toNative(QPointF globalPosition, QWindow *window)
 {
-    return QHighDpi::toNativePixels(globalPosition, window);
+    return QHighDpi::toNativePixels(globalPosition, window).toPoint();
 }
 
 Message decode(const QByteArray &, void *)

@@ -33,9 +33,9 @@ NativeRect rectOf(QWindow *window)
     return {int(rect.left), int(rect.top), int(rect.right), int(rect.bottom)};
 }
 
-QPoint toNative(QPoint globalPosition, QWindow *)
+QPoint toNative(QPointF globalPosition, QWindow *)
 {
-    return globalPosition; // the system hands native points over by itself
+    return globalPosition.toPoint(); // the system hands native points over by itself
 }
 
 Message decode(const QByteArray &, void *message)
