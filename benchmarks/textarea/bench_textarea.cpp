@@ -122,6 +122,31 @@ Row growthRow(int length)
     return row;
 }
 
+/// A message without line ends, which is one word to the layout.
+Box oneLine(int length)
+{
+    auto *area = new DrawableTextArea;
+    Box box = shown(area);
+    area->insertText(QStringLiteral("a few words and ").repeated(length / 16));
+    return box;
+}
+
+Row oneLineRow(int length)
+{
+    constexpr int shortest = 1000;
+    Row row{QStringLiteral("A key in a message of %1 characters in one line").arg(length),
+            QStringLiteral("ms"),
+            {},
+            {}};
+    row.contenders = {typing("DrawableTextArea", [length] { return oneLine(length); }),
+                      typing("with 1,000 characters", [] { return oneLine(shortest); }),
+                      typing("TextArea", [length] { return plain(*oneLine(length)); })};
+    row.targets = {{1, double(length) / shortest}};
+    row.limit = 8.0;
+    row.rounds = 3;
+    return row;
+}
+
 Row pasteRow()
 {
     constexpr int length = 5000;
@@ -175,7 +200,8 @@ int main(int argc, char *argv[])
     const QStringList arguments = application.arguments();
     bool allMet = true;
     printHead();
-    for (Row row : {keyRow(), pasteRow(), growthRow(5000), growthRow(10'000), growthRow(20'000)}) {
+    for (Row row : {keyRow(), pasteRow(), growthRow(5000), growthRow(10'000), growthRow(20'000),
+                    oneLineRow(5000), oneLineRow(20'000)}) {
         if (arguments.value(2).toInt() > 0)
             row.rounds = arguments.value(2).toInt();
         if (row.title.contains(arguments.value(1), Qt::CaseInsensitive) && !measure(row))

@@ -32,7 +32,7 @@ struct Prepared;
 /// to send; they go into `DrawableText.text` and `DrawableText.userBlocks`. The client tells by the `visual`
 /// properties which part of the item is to be seen, so that only the emoji there are painted.
 ///
-/// A paragraph of more than 10,000 characters turns the wrap mode `Wrap` into `WrapAnywhere`, until the text
+/// A paragraph of more than 5,000 characters turns the wrap mode `Wrap` into `WrapAnywhere`, until the text
 /// is short again and can't be undone.
 class DrawableTextArea : public QQuickTextArea
 {

@@ -25,8 +25,8 @@ namespace {
 const QString userIdKey = QStringLiteral("userId");
 const QString nickKey = QStringLiteral("aiteNick");
 
-/// Longest paragraph that is wrapped at words, in characters: a key takes a few milliseconds there.
-constexpr int longestWrappedByWords = 10'000;
+/// Longest paragraph that is wrapped at words, in characters: a key takes about two milliseconds there.
+constexpr int longestWrappedByWords = 5000;
 
 int longestLine(const QString &text)
 {
