@@ -2,6 +2,7 @@
 
 #include "localpath.h"
 #include "partialhash.h"
+#include "window/platform/folderscan.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -38,6 +39,20 @@ constexpr qint64 largestSharedFile = 0x60000000; // 1.5 GiB
     return name.replace(forbidden, QStringLiteral("_"));
 }
 
+[[nodiscard]] folderscan::Content scannedByQt(const QString &path)
+{
+    folderscan::Content content;
+    const auto entries = QDir(path).entryInfoList(
+        QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDot | QDir::NoDotDot, QDir::NoSort);
+    for (const QFileInfo &entry : entries) {
+        if (entry.isDir())
+            content.folders.append(entry.fileName());
+        else
+            content.fileBytes += entry.size();
+    }
+    return content;
+}
+
 [[nodiscard]] bool folderExistsOrIsMade(const QString &folder)
 {
     if (folder.isEmpty())
@@ -54,11 +69,11 @@ qlonglong fileSize(const QString &filePath)
 
 qlonglong dirSize(const QString &path)
 {
-    qlonglong size = 0;
-    const auto entries = QDir(path).entryInfoList(
-        QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDot | QDir::NoDotDot, QDir::NoSort);
-    for (const QFileInfo &entry : entries)
-        size += entry.isDir() ? dirSize(path + QDir::separator() + entry.fileName()) : entry.size();
+    const auto scanned = folderscan::scan(path);
+    const folderscan::Content content = scanned ? *scanned : scannedByQt(path);
+    qlonglong size = content.fileBytes;
+    for (const QString &folder : content.folders)
+        size += dirSize(path + QDir::separator() + folder);
     return size;
 }
 

@@ -195,6 +195,47 @@ private Q_SLOTS:
         QCOMPARE(util.dirSize(at(QStringLiteral("odd\\folder"))), qlonglong(2));
     }
 
+    void aRelativePathIsThatOfTheCurrentFolder()
+    {
+        QVERIFY(QDir().mkpath(at(QStringLiteral("tree/folder"))));
+        write(at(QStringLiteral("tree/file")), "123");
+        write(at(QStringLiteral("tree/folder/.hidden")), "12345");
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(temporary->path()));
+        const qlonglong size = util.dirSize(QStringLiteral("tree"));
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(size, qlonglong(8));
+    }
+
+    void resourcesAreAFolder()
+    {
+        QFile font(QStringLiteral(":/qml/image/iconfont.ttf"));
+        QFile picture(QStringLiteral(":/qml/image/transparent.png"));
+        QVERIFY(font.exists() && picture.exists());
+        QCOMPARE(util.dirSize(QStringLiteral(":/qml")), font.size() + picture.size());
+    }
+
+    void namesThatAreNoTextAreLeftOutAsQtDoes()
+    {
+        write(at(QString::fromUtf8("\xC3\xA9")), "12345");
+        const QByteArray path = QFile::encodeName(at(QStringLiteral("x\u0001")));
+        write(QFile::decodeName(path), "123");
+        QCOMPARE(std::rename(path, QByteArray(path).replace('\x01', '\xFF')), 0);
+        qint64 listed = 0;
+        const auto entries = QDir(temporary->path()).entryInfoList(QDir::Files);
+        for (const QFileInfo &entry : entries)
+            listed += entry.size();
+        QCOMPARE(util.dirSize(temporary->path()), listed);
+    }
+
+    void pipesAndSocketsHaveNoSize()
+    {
+        QCOMPARE(mkfifo(qPrintable(at(QStringLiteral("pipe"))), 0600), 0);
+        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), at(QStringLiteral("link to a device"))));
+        write(at(QStringLiteral("file")), "123");
+        QCOMPARE(util.dirSize(temporary->path()), qlonglong(3));
+    }
+
     void linksCountAsWhatTheyPointTo()
     {
         QVERIFY(QDir().mkpath(at(QStringLiteral("tree/folder"))));

@@ -1,0 +1,10 @@
+#include "folderscan.h"
+
+namespace folderscan {
+
+std::optional<Content> scan(const QString &)
+{
+    return {};
+}
+
+} // namespace folderscan
