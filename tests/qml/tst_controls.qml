@@ -367,7 +367,7 @@ Item {
             view.width = 200
             view.height = 300
             view.model = model
-            waitForRendering(view) // rows take their places when they are drawn
+            waitForRows(view, Array.isArray(model) ? model.length : model.count || 1)
             return view
         }
 
@@ -384,6 +384,14 @@ Item {
             }
             visit(item)
             return found.sort((a, b) => a.y - b.y)
+        }
+
+        // Rows take their places when a frame is made, which may be later than they come.
+        function waitForRows(view, count) {
+            tryVerify(() => {
+                const rows = texts(view)
+                return rows.length === count && rows.every((row, i) => i === 0 || row.y > rows[i - 1].y)
+            })
         }
 
         function test_treeOfNothingShowsNothing() {
@@ -425,6 +433,18 @@ Item {
             tryVerify(shown)
         }
 
+        function test_aNestedRowIsSelectedFromEdgeToEdge() {
+            const view = loadTree(tree.elements)
+            mouseDoubleClickSequence(view, 150, texts(view)[0].y + 10)
+            waitForRows(view, 3)
+            const row = texts(view)[1]
+            compare(row.text, "leaf of the branch")
+            mouseClick(view, 150, row.y + 10)
+            verify(view.currentNode === tree.elements[0].elements[0])
+            for (const x of [1, 190])
+                tryVerify(() => Qt.colorEqual(grabImage(view).pixel(x, row.y + 12), "#4682b4"))
+        }
+
         function test_aDoubleClickOpensABranchAndCreatesNothingBelowALeaf() {
             const view = loadTree(tree.elements)
             let rows = texts(view)
@@ -434,7 +454,7 @@ Item {
             compare(texts(view).length, 2)
             rows = texts(view)
             mouseDoubleClickSequence(view, 150, rows[0].y + 10)
-            tryVerify(() => texts(view).length === 3)
+            waitForRows(view, 3)
             compare(texts(view).map(row => row.text), ["branch", "leaf of the branch", "leaf"])
         }
 
