@@ -1,5 +1,5 @@
 // Palettes of ten colours: of a photograph's file beside Kirigami's ImageColors, of pixels in memory beside
-// libimagequant at its fastest.
+// libimagequant at its fastest and OpenCV's k-means.
 
 #include "colortheme/cube.h"
 #include "colortheme/imagecolortheme.h"
@@ -22,6 +22,9 @@
 
 #ifdef COMPONENT_BENCH_IMAGEQUANT
 #include <libimagequant.h>
+#endif
+#ifdef COMPONENT_BENCH_OPENCV
+#include <opencv2/core.hpp>
 #endif
 
 namespace {
@@ -190,6 +193,33 @@ private:
         row.targets = {{2, 1.0}};
 #else
         skip("libimagequant");
+#endif
+#ifdef COMPONENT_BENCH_OPENCV
+        row.contenders.append(
+            {QStringLiteral("OpenCV k-means"), [=] {
+                 QElapsedTimer timer;
+                 timer.start();
+                 const QImage pixels = image.convertToFormat(QImage::Format_RGB32);
+                 cv::Mat points(pixels.width() * pixels.height(), 3, CV_32F);
+                 int row = 0;
+                 for (int y = 0; y < pixels.height(); ++y) {
+                     const auto *line = reinterpret_cast<const QRgb *>(pixels.constScanLine(y));
+                     for (int x = 0; x < pixels.width(); ++x) {
+                         float *point = points.ptr<float>(row++);
+                         point[0] = float(qRed(line[x]));
+                         point[1] = float(qGreen(line[x]));
+                         point[2] = float(qBlue(line[x]));
+                     }
+                 }
+                 cv::Mat labels;
+                 cv::Mat centres;
+                 const cv::TermCriteria tenRounds(cv::TermCriteria::COUNT, 10, 0.0);
+                 cv::kmeans(points, colorCount, labels, tenRounds, 1, cv::KMEANS_PP_CENTERS, centres);
+                 checksum += double(centres.at<float>(0, 0));
+                 return milliseconds(timer);
+             }});
+#else
+        skip("OpenCV");
 #endif
         return row;
     }

@@ -239,6 +239,7 @@ FramelessWindow {
                 anchors.fill: parent
                 visible: window.page === "gallery"
                 samples: window.samples
+                pictureDesk: window.pictureDesk
                 onPictureClicked: viewer.show(path)
             }
 

@@ -262,6 +262,41 @@ private Q_SLOTS:
         QCOMPARE(after.textures, before.textures);
     }
 
+    void replacedPicturesLeaveNoTexture_data()
+    {
+        QTest::addColumn<Maker>("make");
+        QTest::newRow("RoundedImage") << Maker(makeRounded);
+        QTest::newRow("ImageRender") << Maker(makeRender);
+        QTest::newRow("ImagePreviewer") << Maker(makePreviewer);
+    }
+
+    void replacedPicturesLeaveNoTexture()
+    {
+        QFETCH(Maker, make);
+        const QColor colours[] = {Qt::red, Qt::green};
+        QStringList pictures;
+        for (const QColor &colour : colours) {
+            QImage image(20, 20, QImage::Format_RGB32);
+            image.fill(colour);
+            pictures += folder->add(colour.name(), image);
+        }
+        QScopedPointer<QQuickItem> item(make(pictures.first()));
+        item->setParentItem(window->contentItem());
+        item->setSize(QSizeF(20, 20));
+        auto *census = new Census(window.data());
+        Census::Counts before;
+        for (int i = 0; i < 20; ++i) {
+            item->setProperty("source", pictures.at(i % 2));
+            const auto middle = [&] { return window->picture(item.data()).pixelColor(10, 10); };
+            QTRY_COMPARE_WITH_TIMEOUT(middle(), colours[i % 2], patience);
+            if (i == 1)
+                before = census->take();
+        }
+        const Census::Counts after = census->take();
+        QCOMPARE(after.nodes, before.nodes);
+        QCOMPARE(after.textures, before.textures);
+    }
+
     void itemsMoveBetweenWindows_data() { addMakers(); }
 
     void itemsMoveBetweenWindows()

@@ -9,6 +9,7 @@ Item {
     id: page
 
     property QtObject samples: null
+    property QtObject pictureDesk: null
     property bool shown: false // made when it is first wanted, and then kept
     readonly property string picture: samples ? samples.landscape(1) : ""
     readonly property string portrait: samples ? samples.of(3) : ""
@@ -126,10 +127,11 @@ Item {
                     title: qsTr("Over a blurred background")
 
                     Repeater {
-                        model: [{ name: qsTr("fitted over cropped"), front: ImageRender.PreserveAspectFit, blur: 3 },
-                                { name: qsTr("fitted, no blur"), front: ImageRender.PreserveAspectFit, blur: 0 },
-                                { name: qsTr("stretched"), front: ImageRender.Stretch, blur: 3 },
-                                { name: qsTr("cropped"), front: ImageRender.PreserveAspectCrop, blur: 3 }]
+                        // A background is blurred once, so each radius has a picture of its own.
+                        model: [{ name: qsTr("fitted over cropped"), front: ImageRender.PreserveAspectFit, blur: 3, behind: 0 },
+                                { name: qsTr("fitted, no blur"), front: ImageRender.PreserveAspectFit, blur: 0, behind: 1 },
+                                { name: qsTr("stretched"), front: ImageRender.Stretch, blur: 3, behind: 0 },
+                                { name: qsTr("cropped"), front: ImageRender.PreserveAspectCrop, blur: 3, behind: 0 }]
 
                         Exhibit {
                             id: blended
@@ -147,7 +149,8 @@ Item {
                                 topRightRadius: 14
                                 bottomLeftRadius: 14
                                 bottomRightRadius: 14
-                                backgroundSource: ":/ui/image/icon.ico"
+                                backgroundSource: page.samples && page.pictureDesk
+                                                  ? page.pictureDesk.thumbnail(page.samples.landscape(blended.modelData.behind)) : ""
                                 source: page.portrait
                             }
                         }
@@ -236,6 +239,15 @@ Item {
                             required property real modelData
 
                             caption: Math.round(modelData * 100) + " %"
+
+                            Rectangle {
+                                x: 25
+                                y: 5
+                                width: 82
+                                height: width
+                                radius: width / 2
+                                color: Theme.field
+                            }
 
                             CircleProgress {
                                 x: 26
