@@ -29,11 +29,11 @@ class ImageColorTheme : public QObject
 
 public:
     /// Where the work stands: not begun, under way, done.
-    enum State { UnInit, Initing, Ready };
+    enum State : int { UnInit, Initing, Ready };
     Q_ENUM(State)
     /// How the colours are found: by cutting boxes of colours at their medians, or by counting colours in a
     /// cube of fixed cells.
-    enum Algorithm { MMCQ, CUBE };
+    enum Algorithm : int { MMCQ, CUBE };
     Q_ENUM(Algorithm)
 
     explicit ImageColorTheme(QObject *parent = nullptr);

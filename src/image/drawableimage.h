@@ -55,7 +55,7 @@ class DrawableImage : public QQuickPaintedItem
 public:
     /// How the picture lies on the item: stretched to it, whole inside it, covering it, repeated in both
     /// directions or in one, or at the top left as it is.
-    enum FillMode {
+    enum FillMode : int {
         Stretch,
         PreserveAspectFit,
         PreserveAspectCrop,

@@ -40,7 +40,7 @@ class ImagePreviewer : public QQuickItem
 
 public:
     /// Where the loading of a picture stands: no source, shown or ready to be, on its way, or failed.
-    enum Status { Null, Ready, Loading, Error };
+    enum Status : int { Null, Ready, Loading, Error };
     Q_ENUM(Status)
 
     explicit ImagePreviewer(QQuickItem *parent = nullptr);

@@ -52,10 +52,10 @@ class ImageRender : public QQuickItem
 public:
     /// How a picture lies on its area: stretched to it, whole inside it, or covering it with what juts out
     /// cut off.
-    enum FillMode { Stretch, PreserveAspectFit, PreserveAspectCrop };
+    enum FillMode : int { Stretch, PreserveAspectFit, PreserveAspectCrop };
     Q_ENUM(FillMode)
     /// Where the loading of a picture stands: no source, shown or ready to be, on its way, or failed.
-    enum Status { Null, Ready, Loading, Error };
+    enum Status : int { Null, Ready, Loading, Error };
     Q_ENUM(Status)
 
     explicit ImageRender(QQuickItem *parent = nullptr);

@@ -40,7 +40,7 @@ class RoundedImage : public QQuickItem
 public:
     /// How a picture lies on its area: stretched to it, whole inside it, or covering it with what juts out
     /// cut off.
-    enum FillMode { Stretch, PreserveAspectFit, PreserveAspectCrop };
+    enum FillMode : int { Stretch, PreserveAspectFit, PreserveAspectCrop };
     Q_ENUM(FillMode)
 
     explicit RoundedImage(QQuickItem *parent = nullptr);

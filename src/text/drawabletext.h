@@ -150,7 +150,7 @@ class DrawableText : public QQuickItem
 public:
     /// Where lines may break, in the values of `QTextOption`: nowhere, between words, by hand alone,
     /// anywhere, or between words as long as they fit and anywhere else.
-    enum WrapMode { NoWrap, WordWrap, ManualWrap, WrapAnywhere, WrapAtWordBoundaryOrAnywhere };
+    enum WrapMode : int { NoWrap, WordWrap, ManualWrap, WrapAnywhere, WrapAtWordBoundaryOrAnywhere };
     Q_ENUM(WrapMode)
 
     explicit DrawableText(QQuickItem *parent = nullptr);

@@ -31,7 +31,7 @@ class SystemTrayIcon : public QObject
 
 public:
     /// Whether the user is reachable.
-    enum State { Offline, Online };
+    enum State : int { Offline, Online };
     Q_ENUM(State)
 
     explicit SystemTrayIcon(QObject *parent = nullptr);
