@@ -17,6 +17,7 @@ int main(int argc, char **argv)
     QElapsedTimer timer;
     timer.start();
     QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(QML_IMPORT_DIR));
     QQmlComponent component(&engine);
     component.setData(document, QUrl());
     const std::unique_ptr<QObject> item(component.create());
