@@ -329,7 +329,7 @@ private Q_SLOTS:
         QFETCH(Maker, make);
         window->setPersistentSceneGraph(false);
         window->setPersistentOpenGLContext(false);
-        QQuickItem *item = make(sources.first());
+        const QScopedPointer<QQuickItem> item(make(sources.first()));
         item->setParentItem(window->contentItem());
         item->setPosition(QPointF(50, 50));
         QTRY_VERIFY_WITH_TIMEOUT(!pixels::inkRect(window->picture(), desk).isNull(), patience);
