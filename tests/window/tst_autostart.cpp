@@ -4,12 +4,39 @@
 
 #include "window/autostart.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
+
+namespace {
+
+/// Started with this, the test is a program that has itself recorded and leaves.
+const QString recordSwitch = QStringLiteral("--record");
+const QString recordName = QStringLiteral("odd path");
+
+/// A copy of this test in a folder whose name most things stumble over; its path.
+QString copyAtAnOddPath(const QTemporaryDir &folder)
+{
+#ifdef Q_OS_WIN
+    const QString name = QString::fromUtf8("100% $x 'it' 聊天");
+    const QString program = QStringLiteral("a program.exe");
+#else
+    const QString name = QString::fromUtf8("100% \"%f\" $x `y` 'it' \\ 聊天");
+    const QString program = QStringLiteral("a program");
+#endif
+    const QString path = folder.filePath(name) + QLatin1Char('/') + program;
+    return QDir(folder.path()).mkdir(name) && QFile::copy(QCoreApplication::applicationFilePath(), path)
+               ? path
+               : QString();
+}
+
+} // namespace
 
 class TestAutoStart : public QObject
 {
@@ -65,6 +92,17 @@ private Q_SLOTS:
         autoStart.setEnable(false);
         QVERIFY(!runKey()->contains(QStringLiteral("auto start test")));
     }
+
+    void programAtAnOddPathIsRecordedWhole()
+    {
+        const QTemporaryDir place;
+        const QString path = copyAtAnOddPath(place);
+        QVERIFY(!path.isEmpty());
+        QCOMPARE(QProcess::execute(path, {recordSwitch}), 0);
+        QCOMPARE(runKey()->value(recordName).toString(),
+                 QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()));
+        runKey()->remove(recordName);
+    }
 #elif defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
     void init()
     {
@@ -86,6 +124,19 @@ private Q_SLOTS:
         QCOMPARE(reader.value(QStringLiteral("Name")), QCoreApplication::applicationName());
         autoStart.setEnable(false);
         QVERIFY(!QFile::exists(file));
+    }
+
+    void programAtAnOddPathIsRecordedWhole()
+    {
+        const QTemporaryDir place;
+        const QString path = copyAtAnOddPath(place);
+        QVERIFY(!path.isEmpty());
+        QCOMPARE(QProcess::execute(path, {recordSwitch}), 0);
+        QFile entry(folder->filePath(QLatin1String("autostart/") + recordName + QLatin1String(".desktop")));
+        QVERIFY2(entry.open(QIODevice::ReadOnly), qPrintable(entry.fileName()));
+        DesktopEntryReader reader(entry.readAll());
+        QCOMPARE(reader.program(), QStringList({QFileInfo(path).canonicalFilePath()}));
+        QCOMPARE(reader.error(), QString());
     }
 
     void valueOfAnEarlierRunStaysUntilSomethingChanges()
@@ -130,5 +181,16 @@ private:
 #endif
 };
 
-QTEST_MAIN(TestAutoStart)
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    if (QCoreApplication::arguments().value(1) == recordSwitch) {
+        QCoreApplication::setApplicationName(recordName);
+        AutoStart().setEnable(true);
+        return 0;
+    }
+    TestAutoStart test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_autostart.moc"
