@@ -95,7 +95,7 @@ private Q_SLOTS:
 
     void programAtAnOddPathIsRecordedWhole()
     {
-        const QTemporaryDir place;
+        const QTemporaryDir place(QDir::tempPath() + QStringLiteral("/autostart-XXXXXX"));
         const QString path = copyAtAnOddPath(place);
         QVERIFY(!path.isEmpty());
         QCOMPARE(QProcess::execute(path, {recordSwitch}), 0);
@@ -128,7 +128,7 @@ private Q_SLOTS:
 
     void programAtAnOddPathIsRecordedWhole()
     {
-        const QTemporaryDir place;
+        const QTemporaryDir place(QDir::tempPath() + QStringLiteral("/autostart-XXXXXX"));
         const QString path = copyAtAnOddPath(place);
         QVERIFY(!path.isEmpty());
         QCOMPARE(QProcess::execute(path, {recordSwitch}), 0);
