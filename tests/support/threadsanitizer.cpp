@@ -7,6 +7,7 @@
 #include <QRunnable>
 #include <QSemaphore>
 #include <QThreadPool>
+#include <QWaitCondition>
 
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
@@ -156,4 +157,24 @@ void QSemaphore::release(int n)
     static const auto release = original<void(QSemaphore *, int)>("_ZN10QSemaphore7releaseEi");
     __tsan_release(this);
     release(this, n);
+}
+
+bool QWaitCondition::wait(QMutex *lockedMutex, unsigned long time)
+{
+    static const auto wait =
+        original<bool(QWaitCondition *, QMutex *, unsigned long)>("_ZN14QWaitCondition4waitEP6QMutexm");
+    __tsan_release(lockedMutex);
+    const bool woken = wait(this, lockedMutex, time);
+    __tsan_acquire(lockedMutex);
+    return woken;
+}
+
+bool QWaitCondition::wait(QMutex *lockedMutex, QDeadlineTimer deadline)
+{
+    static const auto wait = original<bool(QWaitCondition *, QMutex *, QDeadlineTimer)>(
+        "_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer");
+    __tsan_release(lockedMutex);
+    const bool woken = wait(this, lockedMutex, deadline);
+    __tsan_acquire(lockedMutex);
+    return woken;
 }
