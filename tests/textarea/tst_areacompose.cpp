@@ -1,48 +1,18 @@
 // The input box under an input method, in a window.
 
-#include "box.h"
-
-#include "itemwindow.h"
-#include "messageguard.h"
+#include "boxinwindow.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QSignalSpy>
 #include <QtTest>
 
-#include <memory>
-
 using namespace fixture;
 
-class TestAreaCompose : public QObject
+class TestAreaCompose : public BoxInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        window = std::make_unique<ItemWindow>();
-        QVERIFY(window->open());
-    }
-    void cleanupTestCase() { window.reset(); }
-
-    void init()
-    {
-        guard = std::make_unique<MessageGuard>();
-        box = std::make_unique<Box>(window->contentItem());
-        box->setPosition(QPointF(20, 20));
-        box->setAiteEnabled(true);
-        box->forceActiveFocus();
-        box->setNames(engine);
-        QGuiApplication::clipboard()->setText(QStringLiteral("untouched"));
-    }
-    void cleanup()
-    {
-        box.reset();
-        QCOMPARE(guard->unexpected(), QStringList());
-        guard.reset();
-    }
-
     void aChineseWordIsComposedAndCommitted()
     {
         QSignalSpy content(box.get(), &DrawableTextArea::contentChanged);
@@ -187,23 +157,6 @@ private Q_SLOTS:
         box->commit(QStringLiteral("x"));
         QCOMPARE(box->content(), QString());
     }
-
-private:
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(window.get(), key, modifiers);
-    }
-
-    void type(const QString &text)
-    {
-        for (const QChar c : text)
-            QTest::keyClick(window.get(), c.toLatin1());
-    }
-
-    std::unique_ptr<ItemWindow> window;
-    std::unique_ptr<Box> box;
-    std::unique_ptr<MessageGuard> guard;
-    QJSEngine engine;
 };
 
 QTEST_MAIN(TestAreaCompose)

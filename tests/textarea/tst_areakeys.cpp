@@ -1,9 +1,6 @@
 // The input box under real keys in a window.
 
-#include "box.h"
-
-#include "itemwindow.h"
-#include "messageguard.h"
+#include "boxinwindow.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -13,7 +10,6 @@
 #include <QtTest>
 
 #include <cstdlib>
-#include <memory>
 
 using namespace fixture;
 
@@ -29,35 +25,11 @@ public:
 
 } // namespace
 
-class TestAreaKeys : public QObject
+class TestAreaKeys : public BoxInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        window = std::make_unique<ItemWindow>();
-        QVERIFY(window->open());
-    }
-    void cleanupTestCase() { window.reset(); }
-
-    void init()
-    {
-        guard = std::make_unique<MessageGuard>();
-        box = std::make_unique<Box>(window->contentItem());
-        box->setPosition(QPointF(20, 20));
-        box->setAiteEnabled(true);
-        box->forceActiveFocus();
-        box->setNames(engine);
-        QGuiApplication::clipboard()->setText(QStringLiteral("untouched"));
-    }
-    void cleanup()
-    {
-        box.reset();
-        QCOMPARE(guard->unexpected(), QStringList());
-        guard.reset();
-    }
-
     // ---- typing
 
     void lettersSpacesAndLineEndsAreTyped()
@@ -669,23 +641,6 @@ private Q_SLOTS:
         box->clearToWordHead();
         QCOMPARE(box->content(), QStringLiteral("camel Ann"));
     }
-
-private:
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(window.get(), key, modifiers);
-    }
-
-    void type(const QString &text)
-    {
-        for (const QChar c : text)
-            QTest::keyClick(window.get(), c.toLatin1());
-    }
-
-    std::unique_ptr<ItemWindow> window;
-    std::unique_ptr<Box> box;
-    std::unique_ptr<MessageGuard> guard;
-    QJSEngine engine;
 };
 
 QTEST_MAIN(TestAreaKeys)

@@ -1,9 +1,7 @@
 // The input box under a real mouse in a window.
 
-#include "box.h"
+#include "boxinwindow.h"
 
-#include "itemwindow.h"
-#include "messageguard.h"
 #include "pointer.h"
 
 #include <QApplication>
@@ -14,8 +12,6 @@
 #include <QTextCursor>
 #include <QtTest>
 
-#include <memory>
-
 using namespace fixture;
 
 namespace {
@@ -24,35 +20,11 @@ const QString aiteFormat = QStringLiteral("ostrel/aite");
 
 } // namespace
 
-class TestAreaPointer : public QObject
+class TestAreaPointer : public BoxInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        window = std::make_unique<ItemWindow>();
-        QVERIFY(window->open());
-    }
-    void cleanupTestCase() { window.reset(); }
-
-    void init()
-    {
-        guard = std::make_unique<MessageGuard>();
-        box = std::make_unique<Box>(window->contentItem());
-        box->setPosition(QPointF(20, 20));
-        box->setAiteEnabled(true);
-        box->forceActiveFocus();
-        box->setNames(engine);
-        QGuiApplication::clipboard()->setText(QStringLiteral("untouched"));
-    }
-    void cleanup()
-    {
-        box.reset();
-        QCOMPARE(guard->unexpected(), QStringList());
-        guard.reset();
-    }
-
     void aPressKeepsTheMouse()
     {
         Pointer mouse(box.get());
@@ -225,28 +197,12 @@ private Q_SLOTS:
     }
 
 private:
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(window.get(), key, modifiers);
-    }
-
-    void type(const QString &text)
-    {
-        for (const QChar c : text)
-            QTest::keyClick(window.get(), c.toLatin1());
-    }
-
     /// In front of the character at `position`, in the middle of its line's height.
     [[nodiscard]] QPointF spot(int position) const
     {
         const QRectF cursor = box->positionToRectangle(position);
         return {cursor.left(), cursor.center().y()};
     }
-
-    std::unique_ptr<ItemWindow> window;
-    std::unique_ptr<Box> box;
-    std::unique_ptr<MessageGuard> guard;
-    QJSEngine engine;
 };
 
 QTEST_MAIN(TestAreaPointer)
